@@ -1,0 +1,59 @@
+#ifndef QUORVANE_DATALOG_H
+#define QUORVANE_DATALOG_H
+
+#include <QDateTime>
+#include <QString>
+#include <QTime>
+
+#include "session/portsettings.h"
+
+// "Now" for the data log. Tests set a fixed time; the program uses the clock.
+class LogClock
+{
+public:
+    static QDateTime now();
+    static void setFixed(const QDateTime &when); // an invalid time restores the real clock
+};
+
+// State shared by every session's log in the process.
+struct LogProcessState {
+    QTime lastLogCreatedAt;    // invalid until first use
+    bool rotatedForTime = false;
+    bool hourLineWritten = false;
+
+    static LogProcessState &instance();
+    void reset();
+};
+
+// Expands %S (session name), %Y %y %M %D %h %m %s %z of a log file name.
+QString expandLogFileName(const QString &pattern, const QString &sessionName, const QDateTime &when);
+// Expands %h %m %s %z of a log line stamp from a chunk's time.
+QString expandLogStamp(const QString &pattern, const QTime &time);
+
+// Header facts of a new log file.
+struct LogHeaderInfo {
+    QString portName;
+    qint32 baudRate = 0;
+};
+
+// Collects rendered log text and writes it to the session's log file on
+// every save tick, starting new files by size and time of day.
+class DataLog
+{
+public:
+    enum Result { Disabled, Written, NameTooShort, OpenFailed, WriteFailed };
+
+    void appendLog(const QString &text);
+    const QString &pendingText() const { return logText; }
+
+    // One save tick. Switches LogSaveFlag off for a too-short name; keeps the
+    // pending text when the file cannot be opened or written.
+    Result save(FormatSetting &format, const QString &sessionName, const LogHeaderInfo &header);
+    QString lastErrorString() const { return errorString; }
+
+private:
+    QString logText;
+    QString errorString;
+};
+
+#endif

@@ -1,0 +1,192 @@
+#ifndef QUORVANE_SERIALPORTWIDGET_H
+#define QUORVANE_SERIALPORTWIDGET_H
+
+#include <QAbstractSocket>
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QPointer>
+#include <QQueue>
+#include <QSerialPort>
+#include <QWidget>
+
+#include "common/types.h"
+#include "session/chunkrenderer.h"
+#include "session/datalog.h"
+#include "session/portsettings.h"
+
+class QLabel;
+class QStatusBar;
+class QTcpSocket;
+class QTimer;
+class QUdpSocket;
+class QIntValidator;
+class MultiClientServer;
+class ViewAppender;
+
+namespace Ui {
+class SerialPortWidget;
+}
+
+// One port session: coordinates a transport (serial port, TCP client, TCP
+// server or UDP socket), the receive pipeline and its view, the send path,
+// the data log and the parameter panel. Rendering, encoding and log writing
+// live in their own classes; this one wires them to the widgets and timers.
+class SerialPortWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SerialPortWidget(QWidget *parent = nullptr);
+    ~SerialPortWidget() override;
+
+    bool start(const QString &portName = QString());
+    void stop();
+    void pause();
+    bool openPort(const QString &portName);
+    bool portIsOpen() const;
+    void setPortName(const QString &name);
+
+    void clear();
+    void clearSendList();
+
+    // Panel widgets -> records, and records -> panel widgets.
+    void updateSettings();
+    void updateDisplay();
+
+    const PortSettings &portSettings() const { return currentSettings; }
+    void setPortSettings(const PortSettings &settings) { currentSettings = settings; }
+    const FormatSetting &formatSettings() const { return formatSetting; }
+    void setFormatSettings(const FormatSetting &settings) { formatSetting = settings; }
+    void setLineEndingMode(int mode) { formatSetting.LineEndingMode = mode; }
+    void setLogSaveFlag(bool on) { formatSetting.LogSaveFlag = on; }
+
+    int runState() const { return m_runState; }
+    QSerialPort *serialPort() const { return serial; }
+    MultiClientServer *server() const { return tcpServer; }
+
+    // Texts of the session's status bar: connection, "Rx", "Tx", log file.
+    QString connectionStatusText() const;
+    QString rxStatusText() const;
+    QString txStatusText() const;
+    QString logFileText() const;
+    qint64 receivedBytes() const { return receivedCount; }
+    qint64 sentBytes() const { return sentCount; }
+
+    // The last open failure, flagged until the main window has shown it.
+    QString lastErrorText() const { return lastError; }
+    bool hasNewError() const { return hasError; }
+    void clearNewError() { hasError = false; }
+
+    void updateSplitterSizes(const QList<int> &sizes);
+    void setStatusBarVisible(bool visible);
+    void showMessage(const QString &text, int milliseconds);
+
+    // The single entry of the receive pipeline; every transport ends here.
+    void pushByteArray(const QByteArray &data, bool countAsReceived, RXorTx direction);
+    void displayPortBuffer();
+
+    QByteArray encodeSendData(const QString &text);
+    void sendMessage(const QByteArray &data);
+
+public slots:
+    void onReadData();
+    void onRefreshDisplay();
+    void onSendData();
+    void onSaveData();
+    void onRefreshAvalablePorts();
+    void changeConnState();
+    void disconnectTcpClient();
+    void displayError(QAbstractSocket::SocketError error);
+    void readUdpSocket();
+    void readSocket(QTcpSocket *socket);
+    void handleNewMessage(const QString &clientKey);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+
+private slots:
+    void on_sendButton_clicked();
+    void on_sendBox_activated(int index);
+    void on_autoSendBox_clicked();
+    void on_sendIntervelSB_valueChanged(int value);
+    void on_cbLinebyLine_stateChanged(int state);
+    void on_portBox_currentIndexChanged(int index);
+    void on_baudRateModeBox_currentTextChanged(const QString &text);
+    void on_baudRateModeBox_currentIndexChanged(int index);
+    void on_dataBitsServerAddressBox_currentIndexChanged(int index);
+    void on_parityServerPortBox_currentIndexChanged(int index);
+    void on_stopBitsClientAddressBox_currentIndexChanged(int index);
+    void on_flowControlClientPortBox_currentIndexChanged(int index);
+    void on_splitter_splitterMoved(int pos, int index);
+    void onSerialError(QSerialPort::SerialPortError error);
+
+private:
+    void initTimers();
+    void createStatusBar();
+    void updateCommonStatus();
+    void fillPortsInfo();
+    void fillPortsParameters();
+    void fillTcpParameters();
+    void checkCustomBaudRatePolicy(int index);
+    void onRefreshSerialPortDisplay();
+    void onRefreshTcpServerDisplay();
+    void onRefreshTcpClientDisplay();
+    void onRefreshUdpClientDisplay();
+    void setConnectionStatus(const QString &text, bool ok);
+    QString shownPortName() const;
+
+    void startUdp();
+    void startTcpServer();
+    void startTcpClient();
+    void serialPortSend(const QByteArray &data);
+    void tcpClientSend(const QByteArray &data);
+    void tcpServerSend(const QByteArray &data);
+    void udpSend(const QByteArray &data);
+    void updateSendListDisplay();
+    bool isReceiveViewFocused() const;
+    void sendKeyText(const QString &text);
+
+    Ui::SerialPortWidget *ui;
+    PortSettings currentSettings;
+    FormatSetting formatSetting;
+    int m_runState = Stopped;
+
+    QSerialPort *serial = nullptr;
+    QPointer<QTcpSocket> tcpSocket;
+    QUdpSocket *udpSocket = nullptr;
+    MultiClientServer *tcpServer = nullptr;
+    QHash<QString, QString> clientTranscripts;
+
+    QByteArray pausedData;
+    QString lastError;
+    bool hasError = false;
+
+    QTimer *readTimer = nullptr;
+    QTimer *sendTimer = nullptr;
+    QTimer *saveTimer = nullptr;
+    QTimer *refreshTimer = nullptr;
+    QTimer *portScanTimer = nullptr;
+
+    QQueue<rxData> rxDataList;
+    ChunkRenderer renderer;
+    ViewAppender *viewAppender = nullptr;
+    DataLog dataLog;
+
+    qint64 receivedCount = 0;
+    qint64 sentCount = 0;
+    QStringList sendList;
+    int lineIndex = 0;
+    bool lineByLine = false;
+
+    QString portListSignature;
+    QIntValidator *baudRateValidator = nullptr;
+    QStatusBar *statusBar = nullptr;
+    QLabel *connectionStatusLabel = nullptr;
+    QLabel *rxLabel = nullptr;
+    QLabel *txLabel = nullptr;
+    QLabel *logFileLabel = nullptr;
+};
+
+#endif

@@ -47,7 +47,8 @@ struct LogHeaderInfo {
 };
 
 // Collects rendered log text and writes it to the session's log file on
-// every save tick, starting new files by size and time of day.
+// every save tick, starting new files by size and time of day. The file is
+// opened for appending and closed again on every tick.
 class DataLog
 {
 public:
@@ -56,12 +57,18 @@ public:
     void appendLog(const QString &text);
     const QString &pendingText() const { return logText; }
 
-    // One save tick. Switches LogSaveFlag off for a too-short name; keeps the
-    // pending text when the file cannot be opened or written.
+    // One save tick. With recording off the pending text is dropped (it was
+    // never meant to be recorded). A name under 3 characters switches
+    // LogSaveFlag off and keeps the text. When the file cannot be opened or
+    // written the text is kept for the next tick and a failed write is cut
+    // back off the file, so nothing is lost and nothing is written twice.
     Result save(FormatSetting &format, const QString &sessionName, const LogHeaderInfo &header);
+    // Why the last tick failed; empty after a successful one.
     QString lastErrorString() const { return errorString; }
 
 private:
+    Result fail(Result result, const QString &message);
+
     QString logText;
     QString errorString;
 };

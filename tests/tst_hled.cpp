@@ -45,7 +45,6 @@ class TestHLed : public QObject
 private slots:
     void ledWidth_data();
     void ledWidth();
-    void sizeHints();
     void rendersAtTinySizes_data();
     void rendersAtTinySizes();
     void onIsGreenishOffIsDarker();
@@ -75,15 +74,6 @@ void TestHLed::ledWidth()
     HLed led;
     led.resize(size);
     QTEST(led.ledWidth(), "width");
-}
-
-void TestHLed::sizeHints()
-{
-    HLed led;
-    QCOMPARE(led.sizeHint(), QSize(20, 20));
-    QCOMPARE(led.minimumSizeHint(), QSize(16, 16));
-    QCOMPARE(led.color(), QColor(Qt::green));
-    QVERIFY(led.isOn());
 }
 
 void TestHLed::rendersAtTinySizes_data()

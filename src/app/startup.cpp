@@ -1,0 +1,57 @@
+#include "app/startup.h"
+
+#include <QCoreApplication>
+#include <QPoint>
+#include <QRect>
+#include <QSettings>
+#include <QSize>
+#include <QTranslator>
+#include <QWidget>
+
+#include "common/logging.h"
+
+namespace {
+const QString chineseCatalogue = QStringLiteral(":/language/language/zh_CN");
+const QSize defaultWindowSize(1000, 800);
+const QPoint defaultWindowPosition(200, 200);
+}
+
+bool shouldLoadChinese(int languagePreference, const QString &localeName)
+{
+    return languagePreference == 1
+        || (languagePreference == 0 && localeName == QLatin1String("zh_CN"));
+}
+
+bool isRestorablePosition(const QPoint &position, const QSize &availableSize)
+{
+    return position.x() >= 1 && position.x() < availableSize.width()
+        && position.y() >= 1 && position.y() < availableSize.height();
+}
+
+bool installTranslation(QTranslator &translator, int languagePreference, const QString &localeName)
+{
+    bool loaded = false;
+    if (shouldLoadChinese(languagePreference, localeName)) {
+        loaded = translator.load(chineseCatalogue);
+        if (!loaded)
+            qCWarning(lcDefault) << "load language zh_CN failed!";
+    }
+    QCoreApplication::installTranslator(&translator);
+    return loaded;
+}
+
+bool needsConfigFolder(const QSettings &settings)
+{
+    return !settings.contains(StartupKeys::configFilePath);
+}
+
+void restoreWindowGeometry(QWidget &window, const QSettings &settings, const QSize &availableSize)
+{
+    const QSize size = settings.value(StartupKeys::lastWindowSize, defaultWindowSize).toSize();
+    const QPoint position = settings.value(StartupKeys::lastWindowPosition, defaultWindowPosition).toPoint();
+    qCDebug(lcDefault) << "### last window position:" << position;
+
+    window.resize(size);
+    if (isRestorablePosition(position, availableSize))
+        window.setGeometry(QRect(position, size));
+}

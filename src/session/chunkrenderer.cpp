@@ -1,4 +1,134 @@
 #include "session/chunkrenderer.h"
-// stub
-ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &, const FormatSetting &) { return {}; }
-QString ChunkRenderer::renderForLog(const rxData &, const FormatSetting &) { return {}; }
+
+#include "common/logging.h"
+#include "session/datalog.h"
+
+namespace {
+
+const QString lineFeed = QStringLiteral("\n");
+
+QString foldLineBreaks(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), lineFeed);
+    text.replace(QStringLiteral("\n\r"), lineFeed);
+    return text;
+}
+
+} // namespace
+
+QString toHexString(const QByteArray &bytes)
+{
+    static const char digits[] = "0123456789ABCDEF";
+    QString text(bytes.size() * 3, Qt::Uninitialized);
+    QChar *out = text.data();
+    for (const char byte : bytes) {
+        const auto value = quint8(byte);
+        *out++ = QLatin1Char(digits[value >> 4]);
+        *out++ = QLatin1Char(digits[value & 0x0F]);
+        *out++ = QLatin1Char(' ');
+    }
+    return text;
+}
+
+QString decodeByteArray(const QByteArray &bytes, int format)
+{
+    if (format == ASCII)
+        return foldLineBreaks(QString::fromLocal8Bit(bytes));
+    return toHexString(bytes);
+}
+
+QString insertTimeStamp(QString text, const QString &stamp)
+{
+    text = foldLineBreaks(std::move(text));
+    const QString stampedBreak = lineFeed + stamp;
+    if (text.endsWith(lineFeed)) {
+        text.chop(1);
+        text.replace(lineFeed, stampedBreak);
+        text.append(lineFeed);
+    } else {
+        text.replace(lineFeed, stampedBreak);
+    }
+    return text;
+}
+
+QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, bool stamped,
+                              const QString &stamp, bool endsWithLineFeed)
+{
+    const bool received = chunk.direction == RX;
+    const int shownFormat = received ? format.ReceiveMsgFormat : format.SendMsgFormat;
+    if (shownFormat != HEX && shownFormat != ASCII) {
+        qCWarning(lcDefault) << (received ? "Unknown ReceiveMsgForamt:" : "Unknown SendMsgFormat:")
+                             << shownFormat;
+        return QString();
+    }
+    const bool hex = shownFormat == HEX;
+
+    if (!received) {
+        QString line;
+        if (hex)
+            line = (stamped ? stamp : QString()) + toHexString(chunk.data) + lineFeed;
+        else if (stamped)
+            line = stamp + insertTimeStamp(decodeByteArray(chunk.data, ASCII), stamp);
+        else
+            line = decodeByteArray(chunk.data, ASCII);
+        return endsWithLineFeed ? line : lineFeed + line;
+    }
+
+    // A pause longer than the interval starts a new line. The interval runs
+    // from the chunk that opened the current line, not from the previous one.
+    const bool pauseElapsed = chunk.time > lastFeedTime.addMSecs(format.AutoFeedInterval);
+
+    if (!stamped) {
+        if (!hex)
+            return QString::fromLocal8Bit(chunk.data);
+        QString line = toHexString(chunk.data);
+        if (format.AutoFeedLine && pauseElapsed) {
+            lastFeedTime = chunk.time;
+            if (!endsWithLineFeed)
+                line.prepend(lineFeed);
+        }
+        return line;
+    }
+
+    if (!hex) {
+        const QString line = insertTimeStamp(QString::fromLocal8Bit(chunk.data), stamp);
+        return endsWithLineFeed ? stamp + line : line;
+    }
+    // With stamps the interval always splits hex output into stamped lines.
+    if (!pauseElapsed)
+        return toHexString(chunk.data);
+    lastFeedTime = chunk.time;
+    return (endsWithLineFeed ? stamp : lineFeed + stamp) + toHexString(chunk.data);
+}
+
+ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &chunk, const FormatSetting &format)
+{
+    const QString &timeFormat = chunk.direction == RX ? format.RxTimeFormat : format.TxTimeFormat;
+    const QString stamp = format.DisplayMsgTime ? chunk.time.toString(timeFormat) : QString();
+
+    Piece piece;
+    piece.text = render(chunk, format, format.DisplayMsgTime, stamp, isEndWithLineFeed);
+    if (piece.text.isEmpty())
+        return piece;
+    if (piece.text == lineFeed && isEndWithLineFeed) {
+        qCDebug(lcDefault) << "Skip feed for isEndWithLineFeed";
+        return piece;
+    }
+    piece.show = true;
+    if (format.FormatDisplayColor)
+        piece.color = chunk.direction == RX ? format.ReceiveTextColor : format.SendTextColor;
+    isEndWithLineFeed = piece.text.endsWith(lineFeed);
+    qCDebug(lcDefault) << "decodedLine: " << piece.text;
+    return piece;
+}
+
+QString ChunkRenderer::renderForLog(const rxData &chunk, const FormatSetting &format)
+{
+    const QString stamp = format.LogTimestampEnabled ? expandLogStamp(format.LogFileTime, chunk.time)
+                                                     : QString();
+    const QString line = render(chunk, format, format.LogTimestampEnabled, stamp, isLogEndWithLineFeed);
+    if (line.isEmpty() || (line == lineFeed && isLogEndWithLineFeed))
+        return QString();
+    isLogEndWithLineFeed = line.endsWith(lineFeed);
+    return line;
+}

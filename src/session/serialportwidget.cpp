@@ -1,80 +1,1262 @@
 #include "session/serialportwidget.h"
+#include "ui_serialportwidget.h"
 
-// Interface stub: the real session lands on main shortly.
-SerialPortWidget::SerialPortWidget(QWidget *parent) : QWidget(parent), ui(nullptr) {}
-SerialPortWidget::~SerialPortWidget() = default;
+#include <QHostAddress>
+#include <QIntValidator>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QSerialPortInfo>
+#include <QStatusBar>
+#include <QTcpSocket>
+#include <QTimer>
+#include <QUdpSocket>
 
-void SerialPortWidget::stop() {  }
-void SerialPortWidget::pause() {  }
-bool SerialPortWidget::openPort(const QString &portName) { return false; }
-bool SerialPortWidget::portIsOpen() const { return false; }
-void SerialPortWidget::setPortName(const QString &name) {  }
-void SerialPortWidget::clear() {  }
-void SerialPortWidget::clearSendList() {  }
-void SerialPortWidget::updateSettings() {  }
-void SerialPortWidget::updateDisplay() {  }
-QString SerialPortWidget::connectionStatusText() const { return {}; }
-QString SerialPortWidget::rxStatusText() const { return {}; }
-QString SerialPortWidget::txStatusText() const { return {}; }
-QString SerialPortWidget::logFileText() const { return {}; }
-void SerialPortWidget::updateSplitterSizes(const QList<int> &sizes) {  }
-void SerialPortWidget::setStatusBarVisible(bool visible) {  }
-void SerialPortWidget::showMessage(const QString &text, int milliseconds) {  }
-void SerialPortWidget::pushByteArray(const QByteArray &data, bool countAsReceived, RXorTx direction) {  }
-void SerialPortWidget::displayPortBuffer() {  }
-QByteArray SerialPortWidget::encodeSendData(const QString &text) { return {}; }
-void SerialPortWidget::sendMessage(const QByteArray &data) {  }
+#include "common/logging.h"
+#include "common/texthelpers.h"
+#include "net/multiclientserver.h"
+#include "session/sendencoder.h"
+#include "session/viewappender.h"
 
-void SerialPortWidget::onReadData() {  }
-void SerialPortWidget::onRefreshDisplay() {  }
-void SerialPortWidget::onSendData() {  }
-void SerialPortWidget::onSaveData() {  }
-void SerialPortWidget::onRefreshAvalablePorts() {  }
-void SerialPortWidget::changeConnState() {  }
-void SerialPortWidget::disconnectTcpClient() {  }
-void SerialPortWidget::displayError(QAbstractSocket::SocketError error) {  }
-void SerialPortWidget::readUdpSocket() {  }
-void SerialPortWidget::readSocket(QTcpSocket *socket) {  }
-void SerialPortWidget::handleNewMessage(const QString &clientKey) {  }
+namespace {
 
-void SerialPortWidget::keyPressEvent(QKeyEvent *event) {  }
-void SerialPortWidget::keyReleaseEvent(QKeyEvent *event) {  }
+const QString networkEntry = QStringLiteral("TCP/UDP");
 
-void SerialPortWidget::on_sendButton_clicked() {  }
-void SerialPortWidget::on_sendBox_activated(int index) {  }
-void SerialPortWidget::on_autoSendBox_clicked() {  }
-void SerialPortWidget::on_sendIntervelSB_valueChanged(int value) {  }
-void SerialPortWidget::on_cbLinebyLine_stateChanged(int state) {  }
-void SerialPortWidget::on_portBox_currentIndexChanged(int index) {  }
-void SerialPortWidget::on_baudRateModeBox_currentTextChanged(const QString &text) {  }
-void SerialPortWidget::on_baudRateModeBox_currentIndexChanged(int index) {  }
-void SerialPortWidget::on_dataBitsServerAddressBox_currentIndexChanged(int index) {  }
-void SerialPortWidget::on_parityServerPortBox_currentIndexChanged(int index) {  }
-void SerialPortWidget::on_stopBitsClientAddressBox_currentIndexChanged(int index) {  }
-void SerialPortWidget::on_flowControlClientPortBox_currentIndexChanged(int index) {  }
-void SerialPortWidget::on_splitter_splitterMoved(int pos, int index) {  }
-void SerialPortWidget::onSerialError(QSerialPort::SerialPortError error) {  }
+const QStringList &addressNames()
+{
+    static const QStringList names = {QStringLiteral("LocalHost"), QStringLiteral("LocalHostIPv6"),
+                                      QStringLiteral("Broadcast"), QStringLiteral("AnyIPv4"),
+                                      QStringLiteral("AnyIPv6"), QStringLiteral("Any")};
+    return names;
+}
 
-void SerialPortWidget::initTimers() {  }
-void SerialPortWidget::createStatusBar() {  }
-void SerialPortWidget::updateCommonStatus() {  }
-void SerialPortWidget::fillPortsInfo() {  }
-void SerialPortWidget::fillPortsParameters() {  }
-void SerialPortWidget::fillTcpParameters() {  }
-void SerialPortWidget::checkCustomBaudRatePolicy(int index) {  }
-void SerialPortWidget::onRefreshSerialPortDisplay() {  }
-void SerialPortWidget::onRefreshTcpServerDisplay() {  }
-void SerialPortWidget::onRefreshTcpClientDisplay() {  }
-void SerialPortWidget::onRefreshUdpClientDisplay() {  }
-void SerialPortWidget::setConnectionStatus(const QString &text, bool ok) {  }
-QString SerialPortWidget::shownPortName() const { return {}; }
-void SerialPortWidget::startUdp() {  }
-void SerialPortWidget::startTcpServer() {  }
-void SerialPortWidget::startTcpClient() {  }
-void SerialPortWidget::serialPortSend(const QByteArray &data) {  }
-void SerialPortWidget::tcpClientSend(const QByteArray &data) {  }
-void SerialPortWidget::tcpServerSend(const QByteArray &data) {  }
-void SerialPortWidget::udpSend(const QByteArray &data) {  }
-void SerialPortWidget::updateSendListDisplay() {  }
-bool SerialPortWidget::isReceiveViewFocused() const { return false; }
-void SerialPortWidget::sendKeyText(const QString &text) {  }
+struct ModeName {
+    qint32 mode;
+    const char *text;
+};
+
+// Order matters: updateSettings tests the mode texts with begins-with.
+const ModeName modeNames[] = {
+    {TcpServerMode, "TCP Server"}, {TcpClientMode, "TCP Client"}, {UdpServerMode, "UDP Server"},
+    {UdpClientMode, "UDP Client"}, {UdpGroupMode, "UDP Group"},
+};
+
+QString modeText(qint32 mode)
+{
+    for (const ModeName &entry : modeNames) {
+        if (entry.mode == mode)
+            return QString::fromLatin1(entry.text);
+    }
+    return QString();
+}
+
+QString parityText(QSerialPort::Parity parity)
+{
+    switch (parity) {
+    case QSerialPort::NoParity: return QStringLiteral("NONE");
+    case QSerialPort::EvenParity: return QStringLiteral("EVEN");
+    case QSerialPort::OddParity: return QStringLiteral("ODD");
+    case QSerialPort::SpaceParity: return QStringLiteral("SPACE");
+    case QSerialPort::MarkParity: return QStringLiteral("MARK");
+    }
+    return QString();
+}
+
+QString stopBitsText(QSerialPort::StopBits stopBits)
+{
+    switch (stopBits) {
+    case QSerialPort::OneStop: return QStringLiteral("1");
+    case QSerialPort::OneAndHalfStop: return QStringLiteral("1.5");
+    case QSerialPort::TwoStop: return QStringLiteral("2");
+    }
+    return QString();
+}
+
+QString flowControlText(QSerialPort::FlowControl flow)
+{
+    switch (flow) {
+    case QSerialPort::NoFlowControl: return QStringLiteral("OFF");
+    case QSerialPort::HardwareControl: return QStringLiteral("Hardware");
+    case QSerialPort::SoftwareControl: return QStringLiteral("Xon/Xoff");
+    }
+    return QString();
+}
+
+QString listedPortSignature()
+{
+    QString signature;
+    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts()) {
+        if (isListedSerialPort(info.portName()))
+            signature += info.portName();
+    }
+    return signature;
+}
+
+void fillCombo(QComboBox *box, const QList<QPair<QString, QVariant>> &items)
+{
+    box->clear();
+    for (const auto &item : items)
+        box->addItem(item.first, item.second);
+}
+
+void selectData(QComboBox *box, const QVariant &data)
+{
+    const int index = box->findData(data);
+    if (index >= 0)
+        box->setCurrentIndex(index);
+}
+
+} // namespace
+
+SerialPortWidget::SerialPortWidget(QWidget *parent)
+    : QWidget(parent)
+    , ui(new Ui::SerialPortWidget)
+{
+    serial = new QSerialPort(this);
+    serial->setPortName(currentSettings.name);
+    connect(serial, &QSerialPort::readyRead, this, &SerialPortWidget::onReadData);
+    connect(serial, &QSerialPort::errorOccurred, this, &SerialPortWidget::onSerialError);
+    baudRateValidator = new QIntValidator(0, 100000000, this);
+
+    ui->setupUi(this);
+    viewAppender = new ViewAppender(ui->receiveView);
+    formatSetting.LogFont = ui->receiveView->font();
+    formatSetting.SendInterval = ui->sendIntervelSB->value();
+
+    initTimers();
+    createStatusBar();
+    fillPortsInfo();
+    portListSignature = listedPortSignature();
+    fillPortsParameters();
+}
+
+SerialPortWidget::~SerialPortWidget()
+{
+    // Pending log text reaches the file when a session goes away.
+    onSaveData();
+    delete udpSocket;
+    delete tcpServer;
+    delete viewAppender;
+    delete ui;
+}
+
+void SerialPortWidget::initTimers()
+{
+    auto makeTimer = [this](int interval, void (SerialPortWidget::*slot)()) {
+        auto *timer = new QTimer(this);
+        timer->setInterval(interval);
+        connect(timer, &QTimer::timeout, this, slot);
+        return timer;
+    };
+    readTimer = makeTimer(10, &SerialPortWidget::onReadData);
+    sendTimer = makeTimer(ui->sendIntervelSB->value(), &SerialPortWidget::onSendData);
+    sendTimer->setTimerType(Qt::PreciseTimer);
+    saveTimer = makeTimer(5000, &SerialPortWidget::onSaveData);
+    refreshTimer = makeTimer(20, &SerialPortWidget::onRefreshDisplay);
+    portScanTimer = makeTimer(1000, &SerialPortWidget::onRefreshAvalablePorts);
+    refreshTimer->start();
+    portScanTimer->start();
+}
+
+// ---------------------------------------------------------------------------
+// Connection lifecycle
+
+bool SerialPortWidget::start(const QString &portName)
+{
+    updateSettings();
+    refreshTimer->start(20);
+
+    if (m_runState == Paused && !pausedData.isEmpty()) {
+        // Held bytes are delivered on every resume; the buffer is kept.
+        pushByteArray(pausedData, true, RX);
+    }
+    m_runState = Running;
+
+    switch (currentSettings.connMode) {
+    case SerialPortMode:
+        openPort(portName);
+        break;
+    case UdpServerMode:
+    case UdpClientMode:
+    case UdpGroupMode:
+        startUdp();
+        break;
+    case TcpServerMode:
+        startTcpServer();
+        break;
+    case TcpClientMode:
+        startTcpClient();
+        break;
+    default:
+        break;
+    }
+
+    formatSetting.currentLogFileName =
+        expandLogFileName(formatSetting.LogFilePath, currentSettings.name, LogClock::now());
+    readTimer->start();
+    sendTimer->start();
+    saveTimer->start();
+    qCDebug(lcDefault) << "Start saveTimer";
+    displayPortBuffer();
+    return true;
+}
+
+bool SerialPortWidget::openPort(const QString &portName)
+{
+    if (!portName.isNull()) {
+        serial->setPortName(portName);
+        qCDebug(lcDefault) << "setPortName:" << portName;
+    } else {
+        serial->setPortName(currentSettings.name);
+    }
+
+    if (serial->isOpen())
+        return true;
+
+    if (!serial->open(QIODevice::ReadWrite)) {
+        lastError = tr("Serial Port %1 OPEN FAILED! ERROR: ").arg(shownPortName()) + serial->errorString();
+        hasError = true;
+        qCDebug(lcDefault) << "openPort: " << lastError;
+        showMessage(lastError, 5000);
+        return false;
+    }
+    closingAfterError = false;
+    configurePort();
+    showMessage(tr("Serial Port %1 OPEN SUCCESS").arg(shownPortName()), 1000);
+    return true;
+}
+
+// Line parameters are applied after the open, never before.
+void SerialPortWidget::configurePort()
+{
+    serial->setBaudRate(currentSettings.baudRate);
+    serial->setDataBits(QSerialPort::DataBits(currentSettings.dataBits));
+    serial->setParity(QSerialPort::Parity(currentSettings.parity));
+    serial->setStopBits(QSerialPort::StopBits(currentSettings.stopBits));
+    serial->setFlowControl(QSerialPort::FlowControl(currentSettings.flowControl));
+    if (serial->isOpen()) {
+        serial->setDataTerminalReady(true);
+        serial->setRequestToSend(true);
+    }
+}
+
+// The name of the port the session talks to, for its messages.
+QString SerialPortWidget::shownPortName() const
+{
+    return serial->portName();
+}
+
+void SerialPortWidget::stop()
+{
+    m_runState = Stopped;
+    readTimer->stop();
+    sendTimer->stop();
+    saveTimer->stop();
+
+    switch (currentSettings.connMode) {
+    case SerialPortMode:
+        if (serial->isOpen()) {
+            serial->close();
+            if (serial->isOpen())
+                showMessage(tr("Serial Port %1 CLOSE FAILED").arg(shownPortName()), 3000);
+            else
+                showMessage(tr("Serial Port %1 CLOSE SUCCESS").arg(shownPortName()), 3000);
+        }
+        break;
+    case TcpServerMode:
+        if (tcpServer)
+            tcpServer->stop();
+        break;
+    case TcpClientMode:
+        if (tcpSocket)
+            tcpSocket->abort();
+        break;
+    case UdpServerMode:
+    case UdpClientMode:
+    case UdpGroupMode:
+        if (udpSocket)
+            udpSocket->abort();
+        break;
+    default:
+        break;
+    }
+
+    m_runState = Stopped;
+    onSaveData();
+}
+
+void SerialPortWidget::pause()
+{
+    sendTimer->stop();
+    m_runState = Paused;
+    onSaveData();
+}
+
+bool SerialPortWidget::portIsOpen() const
+{
+    switch (currentSettings.connMode) {
+    case TcpServerMode:
+    case TcpClientMode:
+        return tcpSocket && tcpSocket->isOpen();
+    case SerialPortMode:
+        return serial->isOpen();
+    default:
+        return false;
+    }
+}
+
+void SerialPortWidget::setPortName(const QString &name)
+{
+    currentSettings.name = name;
+    const QSignalBlocker blocker(ui->portBox);
+    ui->portBox->setCurrentIndex(ui->portBox->findData(name));
+}
+
+// A vanished device makes the port report read or resource errors in a
+// tight loop while it stays open; closing it calms the session down.
+void SerialPortWidget::onSerialError(QSerialPort::SerialPortError error)
+{
+    if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError
+        && error != QSerialPort::WriteError)
+        return;
+    if (closingAfterError || !serial->isOpen())
+        return;
+    closingAfterError = true;
+    lastError = tr("Serial Port %1 ERROR: %2").arg(shownPortName(), serial->errorString());
+    hasError = true;
+    qCWarning(lcDefault) << "onSerialError:" << lastError;
+    // Closed from the event loop: the error may be raised inside the port's
+    // own notifier, which must not be destroyed under its feet.
+    QMetaObject::invokeMethod(this, [this] {
+        serial->close();
+        serial->clearError();
+        showMessage(lastError, 5000);
+    }, Qt::QueuedConnection);
+}
+
+// ---------------------------------------------------------------------------
+// Receive pipeline
+
+void SerialPortWidget::pushByteArray(const QByteArray &data, bool countAsReceived, RXorTx direction)
+{
+    if (data.isEmpty())
+        return;
+    rxDataList.enqueue({QTime::currentTime(), direction, data});
+    if (countAsReceived)
+        receivedCount += data.size();
+}
+
+void SerialPortWidget::onReadData()
+{
+    QByteArray bytes;
+    if (currentSettings.connMode == SerialPortMode) {
+        if (serial->isOpen())
+            bytes = serial->readAll();
+    } else if (currentSettings.connMode == TcpClientMode && tcpSocket) {
+        bytes = tcpSocket->readAll();
+        if (!bytes.isEmpty())
+            qCDebug(lcDefault) << "onReadData:" << bytes;
+    }
+    if (bytes.isEmpty())
+        return;
+    if (m_runState == Paused) {
+        pausedData.append(bytes);
+        return;
+    }
+    pushByteArray(bytes, true, RX);
+}
+
+void SerialPortWidget::onRefreshDisplay()
+{
+    displayPortBuffer();
+    refreshConnectionDisplay();
+}
+
+void SerialPortWidget::displayPortBuffer()
+{
+    if (rxDataList.isEmpty())
+        return;
+
+    QString logBatch;
+    while (!rxDataList.isEmpty()) {
+        const rxData chunk = rxDataList.dequeue();
+        const ChunkRenderer::Piece piece = renderer.renderForDisplay(chunk, formatSetting);
+        if (piece.show)
+            viewAppender->append(piece.text, piece.color);
+        if (formatSetting.LogSaveFlag)
+            logBatch += renderer.renderForLog(chunk, formatSetting);
+    }
+    const int defaultLimit = 10 << 20;
+    viewAppender->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);
+    if (formatSetting.LogSaveFlag)
+        dataLog.appendLog(logBatch);
+}
+
+void SerialPortWidget::clear()
+{
+    viewAppender->clear();
+    receivedCount = 0;
+    sentCount = 0;
+    renderer.restartDisplayLine();
+}
+
+// ---------------------------------------------------------------------------
+// Data log
+
+void SerialPortWidget::onSaveData()
+{
+    const LogHeaderInfo header{serial->portName(), serial->baudRate()};
+    switch (dataLog.save(formatSetting, currentSettings.name, header)) {
+    case DataLog::NameTooShort:
+        showWarning(tr("Warning"), tr("Please input correct log file name!"));
+        break;
+    case DataLog::OpenFailed:
+    case DataLog::WriteFailed:
+        showMessage(dataLog.lastErrorString(), 5000);
+        break;
+    default:
+        break;
+    }
+}
+
+void SerialPortWidget::showWarning(const QString &title, const QString &text)
+{
+    // Not exec(): a nested event loop would let the timers re-enter the session.
+    auto *box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+// ---------------------------------------------------------------------------
+// Send pipeline
+
+QByteArray SerialPortWidget::encodeSendData(const QString &text)
+{
+    return encodeSendData(text, true);
+}
+
+QByteArray SerialPortWidget::encodeSendData(const QString &text, bool rewriteBox)
+{
+    if (text.isEmpty()) {
+        ui->textEdit->setFocus();
+        return QByteArray();
+    }
+
+    SendOptions options;
+    options.hexMode = ui->hexSendRadio->isChecked();
+    options.autoAddFeedLine = formatSetting.AutoAddFeedLine;
+    options.lineEndingMode = formatSetting.LineEndingMode;
+    options.formatSend = formatSetting.FormatSend;
+    const EncodedSend encoded = encodeSendText(text, options);
+
+    // Line-by-line sending encodes one line; rewriting the box with it would
+    // throw the other lines away.
+    if (options.hexMode && rewriteBox && ui->textEdit->toPlainText() != encoded.boxText)
+        ui->textEdit->setPlainText(encoded.boxText);
+
+    sentCount += encoded.bytes.size();
+    formatSetting.SendList = addToSendHistory(formatSetting.SendList, encoded.historyEntry);
+    if (formatSetting.DisplaySendMsg && !encoded.bytes.isEmpty()) {
+        pushByteArray(encoded.bytes, false, TX);
+        displayPortBuffer();
+    }
+    updateSendListDisplay();
+    return encoded.bytes;
+}
+
+void SerialPortWidget::updateSendListDisplay()
+{
+    ui->sendBox->clear();
+    for (const QString &entry : std::as_const(formatSetting.SendList))
+        ui->sendBox->addItem(sendHistoryLabel(entry));
+}
+
+void SerialPortWidget::sendMessage(const QByteArray &data)
+{
+    switch (currentSettings.connMode) {
+    case SerialPortMode:
+        serialPortSend(data);
+        break;
+    case TcpServerMode:
+        tcpServerSend(data);
+        break;
+    case TcpClientMode:
+        tcpClientSend(data);
+        break;
+    case UdpServerMode:
+    case UdpClientMode:
+    case UdpGroupMode:
+        udpSend(data);
+        break;
+    default:
+        break;
+    }
+}
+
+void SerialPortWidget::serialPortSend(const QByteArray &data)
+{
+    if (!serial->isOpen()) {
+        serial->setPortName(embracedString(ui->portBox->currentText()));
+        if (!serial->open(QIODevice::ReadWrite)) {
+            showMessage(tr("Serial Port %1 OPEN FAILED: %2").arg(shownPortName(), serial->errorString()), 3000);
+            qCDebug(lcDefault) << "Open Failed!";
+            return;
+        }
+        closingAfterError = false;
+        configurePort();
+        showMessage(tr("Serial Port %1 OPEN SUCCESS").arg(shownPortName()), 1000);
+    }
+    if (serial->write(data) < 0)
+        qCWarning(lcDefault) << "Send message failed!" << serial->error() << serial->errorString();
+}
+
+void SerialPortWidget::on_sendButton_clicked()
+{
+    sendMessage(encodeSendData(ui->textEdit->toPlainText()));
+}
+
+void SerialPortWidget::on_sendBox_activated(int index)
+{
+    if (index < 0 || index >= formatSetting.SendList.size())
+        return;
+    ui->textEdit->clear();
+    ui->textEdit->setPlainText(formatSetting.SendList.at(index));
+}
+
+void SerialPortWidget::clearSendList()
+{
+    ui->textEdit->clear();
+    ui->sendBox->clear();
+    formatSetting.SendList.clear();
+}
+
+void SerialPortWidget::onSendData()
+{
+    const int mode = currentSettings.connMode;
+    bool open = false;
+    if (mode == SerialPortMode)
+        open = serial->isOpen();
+    else if (mode == TcpServerMode || mode == TcpClientMode)
+        open = portIsOpen();
+    // UDP takes no part in timed sending.
+    if (!open || !formatSetting.AutoSend)
+        return;
+
+    const QString text = ui->textEdit->toPlainText();
+    if (!ui->cbLinebyLine->isChecked()) {
+        sendMessage(encodeSendData(text));
+        return;
+    }
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    lineIndex %= lines.size();
+    const QString line = lines.at(lineIndex);
+    ++lineIndex;
+    sendMessage(encodeSendData(line, false));
+}
+
+void SerialPortWidget::on_autoSendBox_clicked()
+{
+    formatSetting.SendInterval = ui->sendIntervelSB->value();
+    formatSetting.AutoSend = ui->autoSendBox->isChecked();
+    refreshTimer->setInterval(20);
+    qCDebug(lcDefault) << "Change refresh timer to " << refreshTimer->interval();
+    if (ui->autoSendBox->isChecked()) {
+        sendTimer->setInterval(ui->sendIntervelSB->value());
+        qCDebug(lcDefault) << "Update sendTimer interval to" << ui->sendIntervelSB->value();
+        if (m_runState != Stopped)
+            sendTimer->start();
+    }
+}
+
+void SerialPortWidget::on_sendIntervelSB_valueChanged(int value)
+{
+    formatSetting.SendInterval = value;
+    if (sendTimer)
+        sendTimer->setInterval(value);
+}
+
+void SerialPortWidget::on_cbLinebyLine_stateChanged(int)
+{
+    lineIndex = 0;
+}
+
+bool SerialPortWidget::isReceiveViewFocused() const
+{
+    return ui->receiveView->hasFocus();
+}
+
+void SerialPortWidget::sendKeyText(const QString &text)
+{
+    if (text.isEmpty() || !isReceiveViewFocused() || !serial->isOpen()
+        || formatSetting.SendMsgFormat != ASCII)
+        return;
+    sendMessage(text.toUtf8());
+}
+
+void SerialPortWidget::keyPressEvent(QKeyEvent *event)
+{
+    sendKeyText(event->text());
+    QWidget::keyPressEvent(event);
+}
+
+// The read-only view takes the space bar's press for paging, so a space
+// reaches the session on its release.
+void SerialPortWidget::keyReleaseEvent(QKeyEvent *event)
+{
+    if (isReceiveViewFocused() && event->text() == QLatin1String(" ")) {
+        qCDebug(lcDefault) << "  key input:" << event->text();
+        sendKeyText(event->text());
+    }
+    QWidget::keyReleaseEvent(event);
+}
+
+// ---------------------------------------------------------------------------
+// Network transports
+
+void SerialPortWidget::startUdp()
+{
+    if (udpSocket) {
+        udpSocket->abort();
+        delete udpSocket;
+    }
+    udpSocket = new QUdpSocket;
+    udpSocket->bind(QHostAddress::LocalHost, portFromText(ui->stopBitsClientAddressBox->currentText()),
+                    QAbstractSocket::ShareAddress);
+    connect(udpSocket, &QUdpSocket::readyRead, this, &SerialPortWidget::readUdpSocket);
+}
+
+void SerialPortWidget::startTcpServer()
+{
+    if (!tcpServer) {
+        tcpServer = new MultiClientServer;
+        connect(tcpServer, &MultiClientServer::connectionStateChange, this, &SerialPortWidget::changeConnState);
+        connect(tcpServer, &MultiClientServer::newMessage, this, &SerialPortWidget::handleNewMessage);
+    }
+    tcpServer->close();
+    tcpServer->listen(QHostAddress::Any, portFromText(ui->parityServerPortBox->currentText()));
+    currentSettings.name = QStringLiteral("%1:%2").arg(tcpServer->serverAddress().toString()).arg(tcpServer->serverPort());
+}
+
+void SerialPortWidget::startTcpClient()
+{
+    if (tcpSocket)
+        return;
+    tcpSocket = new QTcpSocket(this);
+    connect(tcpSocket, &QTcpSocket::readyRead, this, &SerialPortWidget::onReadData);
+    connect(tcpSocket, &QTcpSocket::disconnected, this, &SerialPortWidget::disconnectTcpClient);
+    qCDebug(lcDefault) << "start: new Tcp Socket";
+
+    const QString host = ui->dataBitsServerAddressBox->currentText();
+    if (!currentSettings.lastTargetHost.contains(host)) {
+        currentSettings.lastTargetHost.append(host);
+        const QSignalBlocker blocker(ui->dataBitsServerAddressBox);
+        ui->dataBitsServerAddressBox->clear();
+        ui->dataBitsServerAddressBox->addItems(currentSettings.lastTargetHost);
+        ui->dataBitsServerAddressBox->setCurrentText(host);
+    }
+    tcpSocket->connectToHost(host, portFromText(ui->parityServerPortBox->currentText()),
+                             QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
+}
+
+void SerialPortWidget::disconnectTcpClient()
+{
+    displayPortBuffer();
+    if (tcpSocket)
+        qCDebug(lcDefault) << "disconnectTcpClient :" << tcpSocket->peerAddress() << tcpSocket->peerPort();
+    // The socket stays a child of the session; the next start makes a new one.
+    tcpSocket = nullptr;
+}
+
+void SerialPortWidget::displayError(QAbstractSocket::SocketError error)
+{
+    if (tcpSocket)
+        tcpSocket->abort();
+    m_runState = Stopped;
+    QString text;
+    switch (error) {
+    case QAbstractSocket::RemoteHostClosedError:
+        return;
+    case QAbstractSocket::HostNotFoundError:
+        text = tr("The host was not found. Please check the host name and port settings.");
+        break;
+    case QAbstractSocket::ConnectionRefusedError:
+        text = tr("The connection was refused by the peer. Make sure the fortune server is running, "
+                  "and check that the host name and port settings are correct.");
+        break;
+    default:
+        text = tr("The following error occurred: %1.").arg(tcpSocket ? tcpSocket->errorString() : QString());
+        break;
+    }
+    auto *box = new QMessageBox(QMessageBox::Information, tr("Quorvane"), text, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void SerialPortWidget::tcpClientSend(const QByteArray &data)
+{
+    if (tcpSocket)
+        tcpSocket->write(data);
+}
+
+void SerialPortWidget::tcpServerSend(const QByteArray &data)
+{
+    if (!tcpServer || ui->clientTw->topLevelItemCount() == 0)
+        return;
+    const int row = qMax(0, ui->clientTw->currentIndex().row());
+    const QList<QTcpSocket *> clients = tcpServer->clients();
+    if (row < clients.size())
+        clients.at(row)->write(data);
+}
+
+void SerialPortWidget::udpSend(const QByteArray &data)
+{
+    if (!udpSocket)
+        return;
+    // A numeric address only: names are never looked up.
+    const QHostAddress destination(ui->dataBitsServerAddressBox->currentText());
+    if (destination.isNull())
+        return;
+    udpSocket->writeDatagram(data, destination, portFromText(ui->parityServerPortBox->currentText()));
+    qCDebug(lcDefault) << "udpSend:" << data;
+}
+
+void SerialPortWidget::readUdpSocket()
+{
+    while (udpSocket && udpSocket->hasPendingDatagrams()) {
+        const qint64 size = udpSocket->pendingDatagramSize();
+        qCDebug(lcDefault) << "[readUdpSocket] packetSize:" << size;
+        QByteArray datagram(qMax<qint64>(size, 0), Qt::Uninitialized);
+        const qint64 read = udpSocket->readDatagram(datagram.data(), datagram.size());
+        if (read < 0)
+            break;
+        datagram.truncate(int(read));
+        pushByteArray(datagram, true, RX);
+    }
+    qCDebug(lcDefault) << "readUdpSocket";
+}
+
+void SerialPortWidget::readSocket(QTcpSocket *socket)
+{
+    if (socket)
+        pushByteArray(socket->readAll(), true, RX);
+}
+
+void SerialPortWidget::handleNewMessage(const QString &clientKey)
+{
+    const QByteArray bytes = tcpServer ? tcpServer->lastMessages().value(clientKey) : QByteArray();
+    pushByteArray(bytes, true, RX);
+    clientTranscripts[clientKey] += decodeByteArray(bytes, formatSetting.ReceiveMsgFormat);
+}
+
+void SerialPortWidget::changeConnState()
+{
+    ui->clientTw->clear();
+    if (!tcpServer)
+        return;
+    for (QTcpSocket *client : tcpServer->clients()) {
+        auto *item = new QTreeWidgetItem(ui->clientTw);
+        item->setText(0, MultiClientServer::clientKey(client));
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Session panel
+
+void SerialPortWidget::fillPortsInfo()
+{
+    ui->portBox->clear();
+    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts()) {
+        if (!isListedSerialPort(info.portName()))
+            continue;
+        ui->portBox->addItem(info.portName() + QLatin1Char('(') + info.description() + QLatin1Char(')'),
+                             info.portName());
+        const QString details = QStringLiteral("%1\n%2\n%3\n%4\n%5:%6")
+                                    .arg(info.portName(), info.description(), info.manufacturer(),
+                                         info.systemLocation(),
+                                         QString::number(info.vendorIdentifier(), 16),
+                                         QString::number(info.productIdentifier(), 16));
+        ui->portBox->setItemData(ui->portBox->count() - 1, details, Qt::ToolTipRole);
+    }
+    if (ui->portBox->count() == 0)
+        ui->portBox->addItem(tr("Default (COM2)"));
+    ui->portBox->addItem(networkEntry);
+}
+
+void SerialPortWidget::fillPortsParameters()
+{
+    networkPanel = false;
+    ui->baudRateModeLb->setText(tr("Baudrate"));
+    ui->dataBitsIpLb->setText(tr("Data Bits"));
+    ui->parityPortLb->setText(tr("Parity"));
+    ui->stopBitsLb->setText(tr("Stop Bits"));
+    ui->flowTypeLb->setText(tr("Flow Type"));
+
+    fillCombo(ui->baudRateModeBox, {{"9600", 9600}, {"19200", 19200}, {"38400", 38400},
+                                    {"57600", 57600}, {"115200", 115200}, {tr("Custom"), QVariant()}});
+    fillCombo(ui->dataBitsServerAddressBox, {{"5", 5}, {"6", 6}, {"7", 7}, {"8", 8}});
+    ui->dataBitsServerAddressBox->setCurrentIndex(3);
+    fillCombo(ui->parityServerPortBox, {{tr("None"), 0}, {tr("Even"), 2}, {tr("Odd"), 3},
+                                        {tr("Mark"), 5}, {tr("Space"), 4}});
+    fillCombo(ui->stopBitsClientAddressBox, {{"1", 1}, {"2", 2}});
+    fillCombo(ui->flowControlClientPortBox, {{tr("None"), 0}, {tr("RTS/CTS"), 1}, {tr("XON/XOFF"), 2}});
+    for (QComboBox *box : {ui->baudRateModeBox, ui->dataBitsServerAddressBox, ui->parityServerPortBox,
+                           ui->stopBitsClientAddressBox, ui->flowControlClientPortBox})
+        box->setEditable(false);
+
+    ui->clientTw->hide();
+    for (QWidget *widget : {static_cast<QWidget *>(ui->baudRateModeLb), static_cast<QWidget *>(ui->baudRateModeBox),
+                            static_cast<QWidget *>(ui->dataBitsIpLb), static_cast<QWidget *>(ui->dataBitsServerAddressBox),
+                            static_cast<QWidget *>(ui->parityPortLb), static_cast<QWidget *>(ui->parityServerPortBox),
+                            static_cast<QWidget *>(ui->stopBitsLb), static_cast<QWidget *>(ui->stopBitsClientAddressBox),
+                            static_cast<QWidget *>(ui->flowTypeLb), static_cast<QWidget *>(ui->flowControlClientPortBox)})
+        widget->show();
+}
+
+void SerialPortWidget::fillTcpParameters()
+{
+    networkPanel = true;
+    ui->baudRateModeLb->setText(tr("Mode"));
+    ui->baudRateModeBox->setEditable(false);
+    {
+        const QSignalBlocker blocker(ui->baudRateModeBox);
+        ui->baudRateModeBox->clear();
+        ui->baudRateModeBox->addItems({QStringLiteral("TCP Client"), QStringLiteral("TCP Server"),
+                                       QStringLiteral("UDP Client")});
+        ui->baudRateModeBox->setCurrentIndex(0);
+    }
+    ui->dataBitsIpLb->setText(tr("Host"));
+    ui->parityPortLb->setText(tr("Port"));
+    ui->stopBitsLb->setText(tr("Local Port"));
+    for (QComboBox *box : {ui->dataBitsServerAddressBox, ui->parityServerPortBox, ui->stopBitsClientAddressBox}) {
+        box->clear();
+        box->setEditable(true);
+    }
+    ui->flowTypeLb->hide();
+    ui->flowControlClientPortBox->hide();
+    ui->clientTw->hide();
+}
+
+void SerialPortWidget::on_portBox_currentIndexChanged(int)
+{
+    const bool network = ui->portBox->currentText().startsWith(QStringLiteral("TCP"));
+    if (network == networkPanel)
+        return;
+    if (network) {
+        fillTcpParameters();
+        on_baudRateModeBox_currentTextChanged(ui->baudRateModeBox->currentText());
+    } else {
+        fillPortsParameters();
+    }
+}
+
+void SerialPortWidget::on_baudRateModeBox_currentTextChanged(const QString &text)
+{
+    if (!networkPanel)
+        return;
+
+    auto showPair = [](QLabel *label, QComboBox *box, bool visible) {
+        label->setVisible(visible);
+        box->setVisible(visible);
+    };
+    auto setItems = [](QComboBox *box, const QStringList &items) {
+        const QSignalBlocker blocker(box);
+        box->clear();
+        box->addItems(items);
+    };
+    const QString port = QString::number(currentSettings.lastTargetPort);
+    const bool udpClientLike = text == QLatin1String("UDP Client") || text == QLatin1String("UDP Group");
+
+    showPair(ui->stopBitsLb, ui->stopBitsClientAddressBox, udpClientLike);
+    showPair(ui->flowTypeLb, ui->flowControlClientPortBox, udpClientLike);
+    ui->clientTw->setVisible(text == QLatin1String("TCP Server"));
+    ui->parityPortLb->setText(udpClientLike ? tr("Dest Port") : tr("Port"));
+
+    if (text == QLatin1String("TCP Client")) {
+        ui->dataBitsIpLb->setText(tr("Host"));
+        setItems(ui->dataBitsServerAddressBox, currentSettings.lastTargetHost);
+        ui->parityServerPortBox->setCurrentText(port);
+    } else if (text == QLatin1String("TCP Server")) {
+        ui->dataBitsIpLb->setText(tr(" IP"));
+        setItems(ui->dataBitsServerAddressBox, addressNames());
+        ui->parityServerPortBox->setCurrentText(port);
+    } else if (text == QLatin1String("UDP Server")) {
+        ui->dataBitsIpLb->setText(tr(" IP"));
+        setItems(ui->dataBitsServerAddressBox, addressNames());
+        ui->parityServerPortBox->setCurrentText(QStringLiteral("60000"));
+    } else if (udpClientLike) {
+        ui->dataBitsIpLb->setText(tr("Dest Host"));
+        ui->dataBitsServerAddressBox->setCurrentText(text == QLatin1String("UDP Client") ? QStringLiteral("127.0.0.1")
+                                                                                          : QStringLiteral("224.0.1.0"));
+        ui->parityServerPortBox->setCurrentText(port);
+        ui->stopBitsLb->setText(tr("Local IP"));
+        setItems(ui->stopBitsClientAddressBox, addressNames());
+        ui->flowTypeLb->setText(tr("Local Port"));
+        ui->flowControlClientPortBox->setEditable(true);
+        ui->flowControlClientPortBox->setCurrentText(QStringLiteral("60001"));
+    }
+}
+
+void SerialPortWidget::on_baudRateModeBox_currentIndexChanged(int index)
+{
+    checkCustomBaudRatePolicy(index);
+}
+
+void SerialPortWidget::checkCustomBaudRatePolicy(int index)
+{
+    if (networkPanel || index < 0)
+        return;
+    if (ui->baudRateModeBox->itemData(index).isValid()) {
+        ui->baudRateModeBox->setEditable(false);
+        return;
+    }
+    ui->baudRateModeBox->setEditable(true);
+    ui->baudRateModeBox->clearEditText();
+    ui->baudRateModeBox->lineEdit()->setValidator(baudRateValidator);
+}
+
+void SerialPortWidget::on_dataBitsServerAddressBox_currentIndexChanged(int index)
+{
+    const QVariant value = ui->dataBitsServerAddressBox->itemData(index);
+    if (!networkPanel && value.isValid())
+        serial->setDataBits(QSerialPort::DataBits(value.toInt()));
+}
+
+void SerialPortWidget::on_parityServerPortBox_currentIndexChanged(int index)
+{
+    const QVariant value = ui->parityServerPortBox->itemData(index);
+    if (!networkPanel && value.isValid())
+        serial->setParity(QSerialPort::Parity(value.toInt()));
+}
+
+void SerialPortWidget::on_stopBitsClientAddressBox_currentIndexChanged(int index)
+{
+    const QVariant value = ui->stopBitsClientAddressBox->itemData(index);
+    if (!networkPanel && value.isValid())
+        serial->setStopBits(QSerialPort::StopBits(value.toInt()));
+}
+
+void SerialPortWidget::on_flowControlClientPortBox_currentIndexChanged(int index)
+{
+    const QVariant value = ui->flowControlClientPortBox->itemData(index);
+    if (!networkPanel && value.isValid())
+        serial->setFlowControl(QSerialPort::FlowControl(value.toInt()));
+}
+
+void SerialPortWidget::onRefreshAvalablePorts()
+{
+    const QString signature = listedPortSignature();
+    if (signature != portListSignature) {
+        portListSignature = signature;
+        qCDebug(lcDefault) << "Refill Ports Info.";
+        const QString selected = networkPanel ? networkEntry : currentSettings.name;
+        {
+            const QSignalBlocker blocker(ui->portBox);
+            fillPortsInfo();
+        }
+        const int index = networkPanel ? ui->portBox->findText(networkEntry) : ui->portBox->findData(selected);
+        if (index >= 0)
+            ui->portBox->setCurrentIndex(index);
+        qCDebug(lcDefault) << "currnetSettings.name =" << currentSettings.name;
+    }
+    refreshConnectionDisplay();
+}
+
+void SerialPortWidget::copyPanelChecks()
+{
+    formatSetting.ReceiveMsgFormat = ui->asciiRadio->isChecked() ? ASCII : HEX;
+    formatSetting.AutoFeedLine = ui->autoFeedBox->isChecked();
+    formatSetting.DisplaySendMsg = ui->displaySendBox->isChecked();
+    formatSetting.DisplayMsgTime = ui->displayTimeBox->isChecked();
+    formatSetting.SendMsgFormat = ui->asciiSendRaido->isChecked() ? ASCII : HEX;
+}
+
+void SerialPortWidget::refreshConnectionDisplay()
+{
+    ui->sendButton->setText(m_runState == Running ? tr("Send") : tr("Open"));
+    switch (currentSettings.connMode) {
+    case SerialPortMode:
+        onRefreshSerialPortDisplay();
+        break;
+    case TcpServerMode:
+        onRefreshTcpServerDisplay();
+        break;
+    case TcpClientMode:
+        onRefreshTcpClientDisplay();
+        break;
+    case UdpServerMode:
+    case UdpClientMode:
+        onRefreshUdpClientDisplay();
+        break;
+    default:
+        break;
+    }
+    copyPanelChecks();
+}
+
+void SerialPortWidget::setConnectionStatus(const QString &text, bool ok)
+{
+    const QString html = ok ? tr("<font color = green>%1 </font>").arg(text)
+                            : tr("<font color = red>%1 </font>").arg(text);
+    if (connectionStatusLabel->text() != html)
+        connectionStatusLabel->setText(html);
+}
+
+void SerialPortWidget::onRefreshSerialPortDisplay()
+{
+    QString html;
+    if (serial->isOpen()) {
+        html = QStringLiteral("<font color = green> %1 OPENED, %2, %3, %4, %5, %6 </font>")
+                   .arg(serial->portName())
+                   .arg(serial->baudRate())
+                   .arg(serial->dataBits())
+                   .arg(parityText(serial->parity()), stopBitsText(serial->stopBits()),
+                        flowControlText(serial->flowControl()));
+        if (m_runState != Paused)
+            m_runState = Running;
+    } else {
+        html = QStringLiteral("<font color = red> %1 CLOSED </font>").arg(serial->portName());
+    }
+    if (connectionStatusLabel->text() != html)
+        connectionStatusLabel->setText(html);
+    updateCommonStatus();
+}
+
+namespace {
+
+struct SocketStateText {
+    QString text;
+    bool ok;
+};
+
+SocketStateText socketStateText(QAbstractSocket *socket, bool udp)
+{
+    switch (socket->state()) {
+    case QAbstractSocket::UnconnectedState:
+        return {QStringLiteral("The socket is not connected"), false};
+    case QAbstractSocket::HostLookupState:
+        return {QStringLiteral("The socket is performing a host name lookup."), false};
+    case QAbstractSocket::ConnectingState:
+        return {QStringLiteral("The socket has started establishing a connection..."), false};
+    case QAbstractSocket::ConnectedState:
+        return {QStringLiteral("Connection is established."), true};
+    case QAbstractSocket::BoundState:
+        if (udp)
+            return {QStringLiteral("UDP socket is bound to %1:%2.")
+                        .arg(socket->localAddress().toString())
+                        .arg(socket->localPort()),
+                    true};
+        return {QStringLiteral("The socket is bound to an address and port."), false};
+    case QAbstractSocket::ListeningState:
+        return {QStringLiteral("For internal use only."), false};
+    case QAbstractSocket::ClosingState:
+        return {QStringLiteral("The socket is about to close (data may still be waiting to be written)."), false};
+    }
+    return {QString(), false};
+}
+
+} // namespace
+
+void SerialPortWidget::onRefreshTcpClientDisplay()
+{
+    if (tcpSocket) {
+        const SocketStateText state = socketStateText(tcpSocket, false);
+        if (tcpSocket->state() == QAbstractSocket::UnconnectedState)
+            m_runState = Stopped;
+        else if (tcpSocket->state() == QAbstractSocket::ConnectedState)
+            m_runState = Running;
+        setConnectionStatus(state.text, state.ok);
+    }
+    updateCommonStatus();
+}
+
+void SerialPortWidget::onRefreshUdpClientDisplay()
+{
+    if (udpSocket) {
+        const SocketStateText state = socketStateText(udpSocket, true);
+        if (udpSocket->state() == QAbstractSocket::UnconnectedState)
+            m_runState = Stopped;
+        else if (udpSocket->state() == QAbstractSocket::ConnectedState)
+            m_runState = Running;
+        setConnectionStatus(state.text, state.ok);
+    }
+    updateCommonStatus();
+}
+
+void SerialPortWidget::onRefreshTcpServerDisplay()
+{
+    if (tcpServer) {
+        const QString address = tcpServer->serverAddress().toString();
+        const quint16 port = tcpServer->serverPort();
+        QString text;
+        if (tcpServer->clients().isEmpty()) {
+            text = QStringLiteral("Waiting for Connections on %1:%2...").arg(address).arg(port);
+            ui->sendButton->setText(tr("Open"));
+        } else {
+            text = QStringLiteral("Listening on %1:%2").arg(address).arg(port);
+            ui->sendButton->setText(tr("Send"));
+            m_runState = Running;
+        }
+        setConnectionStatus(text, true);
+    }
+    updateCommonStatus();
+}
+
+void SerialPortWidget::createStatusBar()
+{
+    statusBar = new QStatusBar(this);
+    statusBar->setSizeGripEnabled(false);
+    connectionStatusLabel = new QLabel;
+    rxLabel = new QLabel;
+    txLabel = new QLabel;
+    logFileLabel = new QLabel;
+    rxLabel->setMaximumWidth(200);
+    txLabel->setMaximumWidth(200);
+    for (QLabel *label : {connectionStatusLabel, rxLabel, txLabel, logFileLabel}) {
+        label->setIndent(3);
+        statusBar->addWidget(label);
+    }
+    ui->verticalLayout->addWidget(statusBar);
+    updateCommonStatus();
+}
+
+void SerialPortWidget::updateCommonStatus()
+{
+    const QString rx = tr("Rx: %L1 Bytes").arg(receivedCount);
+    const QString tx = tr("Tx: %L1 Bytes").arg(sentCount);
+    const QString log = formatSetting.LogSaveFlag ? formatSetting.currentLogFileName : QStringLiteral("  ");
+    if (rxLabel->text() != rx)
+        rxLabel->setText(rx);
+    if (txLabel->text() != tx)
+        txLabel->setText(tx);
+    if (logFileLabel->text() != log)
+        logFileLabel->setText(log);
+}
+
+QString SerialPortWidget::connectionStatusText() const
+{
+    return connectionStatusLabel->text();
+}
+
+QString SerialPortWidget::rxStatusText() const
+{
+    return rxLabel->text();
+}
+
+QString SerialPortWidget::txStatusText() const
+{
+    return txLabel->text();
+}
+
+QString SerialPortWidget::logFileText() const
+{
+    return logFileLabel->text();
+}
+
+void SerialPortWidget::setStatusBarVisible(bool visible)
+{
+    statusBar->setVisible(visible);
+}
+
+void SerialPortWidget::showMessage(const QString &text, int milliseconds)
+{
+    statusBar->showMessage(text, milliseconds);
+}
+
+void SerialPortWidget::updateSplitterSizes(const QList<int> &sizes)
+{
+    ui->splitter->setSizes(sizes);
+    if (sizes.size() == 2) {
+        formatSetting.SplitterLeft = sizes.at(0);
+        formatSetting.SplitterRight = sizes.at(1);
+    }
+}
+
+void SerialPortWidget::on_splitter_splitterMoved(int, int)
+{
+    const QList<int> sizes = ui->splitter->sizes();
+    formatSetting.SplitterLeft = sizes.value(0);
+    formatSetting.SplitterRight = sizes.value(1);
+}
+
+// ---------------------------------------------------------------------------
+// Records <-> panel
+
+void SerialPortWidget::updateSettings()
+{
+    currentSettings.name = embracedString(ui->portBox->currentText());
+    if (ui->portBox->currentText().startsWith(QStringLiteral("TCP"))) {
+        const QString mode = ui->baudRateModeBox->currentText();
+        for (const ModeName &entry : modeNames) {
+            if (mode.startsWith(QLatin1String(entry.text))) {
+                currentSettings.connMode = entry.mode;
+                break;
+            }
+        }
+        currentSettings.lastTargetPort = portFromText(ui->parityServerPortBox->currentText());
+    } else {
+        currentSettings.connMode = SerialPortMode;
+        currentSettings.baudRate = ui->baudRateModeBox->currentText().toInt();
+        currentSettings.dataBits = ui->dataBitsServerAddressBox->currentData().toInt();
+        currentSettings.parity = ui->parityServerPortBox->currentData().toInt();
+        currentSettings.stopBits = ui->stopBitsClientAddressBox->currentData().toInt();
+        currentSettings.flowControl = ui->flowControlClientPortBox->currentData().toInt();
+    }
+    copyPanelChecks();
+    formatSetting.AutoSend = ui->autoSendBox->isChecked();
+    if (sendTimer->interval() != ui->sendIntervelSB->value()) {
+        sendTimer->setInterval(ui->sendIntervelSB->value());
+        qCDebug(lcDefault) << "Update sendTimer interval to" << ui->sendIntervelSB->value();
+    }
+}
+
+void SerialPortWidget::updateDisplay()
+{
+    if (currentSettings.connMode == SerialPortMode) {
+        const int portIndex = ui->portBox->findData(currentSettings.name);
+        if (portIndex >= 0)
+            ui->portBox->setCurrentIndex(portIndex);
+        else if (ui->portBox->currentText() == networkEntry)
+            ui->portBox->setCurrentIndex(0);
+        on_portBox_currentIndexChanged(ui->portBox->currentIndex());
+
+        const int baudIndex = ui->baudRateModeBox->findData(currentSettings.baudRate);
+        if (baudIndex >= 0) {
+            ui->baudRateModeBox->setCurrentIndex(baudIndex);
+        } else {
+            ui->baudRateModeBox->setCurrentIndex(ui->baudRateModeBox->count() - 1);
+            ui->baudRateModeBox->setEditText(QString::number(currentSettings.baudRate));
+        }
+        selectData(ui->dataBitsServerAddressBox, currentSettings.dataBits);
+        selectData(ui->parityServerPortBox, currentSettings.parity);
+        selectData(ui->stopBitsClientAddressBox, currentSettings.stopBits);
+        selectData(ui->flowControlClientPortBox, currentSettings.flowControl);
+    } else {
+        ui->portBox->setCurrentIndex(ui->portBox->findText(networkEntry));
+        on_portBox_currentIndexChanged(ui->portBox->currentIndex());
+        const QString mode = modeText(currentSettings.connMode);
+        if (!mode.isEmpty()) {
+            if (ui->baudRateModeBox->findText(mode) < 0)
+                ui->baudRateModeBox->addItem(mode);
+            ui->baudRateModeBox->setCurrentText(mode);
+            on_baudRateModeBox_currentTextChanged(mode);
+        }
+    }
+
+    ui->asciiRadio->setChecked(formatSetting.ReceiveMsgFormat != HEX);
+    ui->hexRadio->setChecked(formatSetting.ReceiveMsgFormat == HEX);
+    ui->autoFeedBox->setChecked(formatSetting.AutoFeedLine);
+    ui->displaySendBox->setChecked(formatSetting.DisplaySendMsg);
+    ui->displayTimeBox->setChecked(formatSetting.DisplayMsgTime);
+    ui->asciiSendRaido->setChecked(formatSetting.SendMsgFormat != HEX);
+    ui->hexSendRadio->setChecked(formatSetting.SendMsgFormat == HEX);
+    ui->autoSendBox->setChecked(formatSetting.AutoSend);
+    if (formatSetting.SendInterval > 0)
+        ui->sendIntervelSB->setValue(formatSetting.SendInterval);
+    if (!formatSetting.LogFont.family().isEmpty()) {
+        ui->receiveView->setFont(formatSetting.LogFont);
+        ui->textEdit->setFont(formatSetting.LogFont);
+    }
+    updateSplitterSizes({formatSetting.SplitterLeft, formatSetting.SplitterRight});
+    updateSendListDisplay();
+}

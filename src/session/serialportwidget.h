@@ -136,6 +136,11 @@ private:
     void onRefreshUdpClientDisplay();
     void setConnectionStatus(const QString &text, bool ok);
     QString shownPortName() const;
+    void configurePort();
+    void copyPanelChecks();
+    void refreshConnectionDisplay();
+    void showWarning(const QString &title, const QString &text);
+    QByteArray encodeSendData(const QString &text, bool rewriteBox);
 
     void startUdp();
     void startTcpServer();
@@ -176,9 +181,9 @@ private:
 
     qint64 receivedCount = 0;
     qint64 sentCount = 0;
-    QStringList sendList;
     int lineIndex = 0;
-    bool lineByLine = false;
+    bool networkPanel = false;
+    bool closingAfterError = false;
 
     QString portListSignature;
     QIntValidator *baudRateValidator = nullptr;

@@ -21,6 +21,8 @@
 #include "common/logging.h"
 #include "common/texthelpers.h"
 #include "session/serialportwidget.h"
+#include "tools/asciicode.h"
+#include "tools/toolbox.h"
 
 namespace {
 
@@ -602,6 +604,30 @@ void MainWindow::on_acControlOpen_triggered()
     if (prefs.openLastConnection)
         ask(QMessageBox::Information, AppTitle, tr("The Connection will be restored when launched from next time."),
             QMessageBox::Ok);
+}
+
+// --- tools -------------------------------------------------------------------
+
+// Tool windows are independent of the main window and free themselves.
+void MainWindow::on_acToolCalc_triggered()
+{
+    auto *toolBox = new ToolBox;
+    toolBox->setAttribute(Qt::WA_DeleteOnClose);
+    toolBox->show();
+}
+
+void MainWindow::on_acToolsAscii_triggered()
+{
+    auto *chart = new AsciiCode;
+    chart->setAttribute(Qt::WA_DeleteOnClose);
+    chart->show();
+}
+
+void MainWindow::on_acDebugSend_triggered()
+{
+    ToolBox toolBox;
+    runDialog(toolBox);
+    qCDebug(lcDefault) << "Quick Send";
 }
 
 void MainWindow::on_acHelpHomepage_triggered()

@@ -103,6 +103,9 @@ private slots:
     void on_actionEnglish_triggered();
     void on_actionChinese_triggered();
     void on_acControlOpen_triggered();
+    void on_acToolCalc_triggered();
+    void on_acToolsAscii_triggered();
+    void on_acDebugSend_triggered();
     void on_acHelpHomepage_triggered();
     void on_actionAbout_triggered();
     void on_actionTest_triggered();

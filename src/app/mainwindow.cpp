@@ -141,6 +141,11 @@ bool MainWindow::runDialog(QDialog &dialog)
     return dialog.exec() == QDialog::Accepted;
 }
 
+bool MainWindow::startSession(SerialPortWidget &session, const QString &portName)
+{
+    return session.start(portName);
+}
+
 // --- construction helpers --------------------------------------------------
 
 void MainWindow::createRecentFileActions()
@@ -267,19 +272,19 @@ void MainWindow::start(const QString &name)
 {
     runState = Running;
     if (!name.isEmpty()) {
-        sessions[0]->start(name);
+        startSession(*sessions[0], name);
         sessions[0]->updateSplitterSizes(CollapsedPanel);
         return;
     }
     for (int i = 0; i < portCount; ++i) {
-        if (sessions[size_t(i)]->start(QString()))
+        if (startSession(*sessions[size_t(i)], QString()))
             continue;
         // The first session's port is named whichever session failed.
         const QString text = tr("Serial Port %1 OPEN FAILED").arg(firstPortName());
         if (i == 0)
             ask(QMessageBox::Warning, AppTitle, text, QMessageBox::Ok);
         else
-            qCWarning(lcDefault) << text;
+            qCWarning(lcDefault).noquote() << text;
     }
 }
 
@@ -457,7 +462,7 @@ void MainWindow::changePort()
         serial->close();
         serial->setPortName(first->portSettings().name);
         first->setPortName(chosen);
-        first->start(QString());
+        startSession(*first, QString());
     } else {
         first->setPortName(chosen);
     }
@@ -828,7 +833,7 @@ void MainWindow::updateRecentFileActions(bool dropMissing)
                 ++it;
                 continue;
             }
-            qCWarning(lcDefault) << "Remove recent file for not exists " << *it;
+            qCWarning(lcDefault).noquote() << "Remove recent file for not exists " << *it;
             it = prefs.recentFiles.erase(it);
         }
     }

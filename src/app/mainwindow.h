@@ -73,6 +73,8 @@ protected:
                                             QMessageBox::StandardButtons buttons);
     virtual int askSessionsPerRow(int current);
     virtual bool runDialog(QDialog &dialog);
+    // Where the workspace starts one session; a seam for starting without ports.
+    virtual bool startSession(SerialPortWidget &session, const QString &portName);
 
 private slots:
     void on_acFileNew_triggered();

@@ -30,7 +30,8 @@ int boundedCount(const QVariant &value, int fallback)
 // written by the program brings them back off; documents that store 1 set them.
 bool intFlag(const QSettings &file, int index, const char *name)
 {
-    return file.value(key(index, name)).toInt() != 0;
+    // Through text, so a value still cached as a boolean reads like the file.
+    return file.value(key(index, name)).toString().toInt() != 0;
 }
 
 QFont readFont(const QSettings &file, int index, const QFont &current)

@@ -79,7 +79,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     qCDebug(lcDefault) << "MainWindow: lastBaudrate=" << port.baudRate;
     sessions[0]->updateDisplay();
 
-    setWindowTitle(AppTitle);
+    setWindowTitle(AppTitle + QStringLiteral("[*]"));
 
     const QString lastDocument = prefs.recentFiles.value(0);
     if (prefs.openLastConnection && !lastDocument.isEmpty() && QFileInfo::exists(lastDocument))
@@ -194,7 +194,14 @@ void MainWindow::writeSettings()
 {
     SerialPortWidget *first = sessions[0];
     first->updateSettings();
+    const int splitterLeft = prefs.splitterLeft;
+    const int splitterRight = prefs.splitterRight;
     prefs.takeFrom(first->portSettings(), first->formatSettings());
+    // A collapsed panel is not a size the user chose.
+    if (!ui->acViewQuickSettings->isChecked()) {
+        prefs.splitterLeft = splitterLeft;
+        prefs.splitterRight = splitterRight;
+    }
     prefs.lastFile = curFile;
     QSettings store;
     prefs.write(store);

@@ -7,13 +7,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QSerialPortInfo>
 #include <QStatusBar>
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUdpSocket>
 
 #include "common/logging.h"
+#include "common/serialportlist.h"
 #include "common/texthelpers.h"
 #include "net/multiclientserver.h"
 #include "session/sendencoder.h"
@@ -21,7 +21,7 @@
 
 namespace {
 
-const QString networkEntry = QStringLiteral("TCP/UDP");
+const QString networkEntry = QString::fromLatin1(networkPortEntry);
 
 const QStringList &addressNames()
 {
@@ -83,16 +83,6 @@ QString flowControlText(QSerialPort::FlowControl flow)
     return QString();
 }
 
-QString listedPortSignature()
-{
-    QString signature;
-    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts()) {
-        if (isListedSerialPort(info.portName()))
-            signature += info.portName();
-    }
-    return signature;
-}
-
 void fillCombo(QComboBox *box, const QList<QPair<QString, QVariant>> &items)
 {
     box->clear();
@@ -126,8 +116,9 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
 
     initTimers();
     createStatusBar();
-    fillPortsInfo();
-    portListSignature = listedPortSignature();
+    const QList<SerialPortItem> ports = listedSerialPorts();
+    fillPortsInfo(ports);
+    portListSignature = ::portListSignature(ports);
     fillPortsParameters();
 }
 
@@ -765,22 +756,17 @@ void SerialPortWidget::changeConnState()
 
 void SerialPortWidget::fillPortsInfo()
 {
+    fillPortsInfo(listedSerialPorts());
+}
+
+void SerialPortWidget::fillPortsInfo(const QList<SerialPortItem> &ports)
+{
     ui->portBox->clear();
-    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts()) {
-        if (!isListedSerialPort(info.portName()))
-            continue;
-        ui->portBox->addItem(info.portName() + QLatin1Char('(') + info.description() + QLatin1Char(')'),
-                             info.portName());
-        const QString details = QStringLiteral("%1\n%2\n%3\n%4\n%5:%6")
-                                    .arg(info.portName(), info.description(), info.manufacturer(),
-                                         info.systemLocation(),
-                                         QString::number(info.vendorIdentifier(), 16),
-                                         QString::number(info.productIdentifier(), 16));
-        ui->portBox->setItemData(ui->portBox->count() - 1, details, Qt::ToolTipRole);
+    for (const PortBoxEntry &entry : portBoxEntries(ports)) {
+        ui->portBox->addItem(entry.text, entry.portName.isEmpty() ? QVariant() : QVariant(entry.portName));
+        if (!entry.details.isEmpty())
+            ui->portBox->setItemData(ui->portBox->count() - 1, entry.details, Qt::ToolTipRole);
     }
-    if (ui->portBox->count() == 0)
-        ui->portBox->addItem(tr("Default (COM2)"));
-    ui->portBox->addItem(networkEntry);
 }
 
 void SerialPortWidget::fillPortsParameters()
@@ -945,14 +931,15 @@ void SerialPortWidget::on_flowControlClientPortBox_currentIndexChanged(int index
 
 void SerialPortWidget::onRefreshAvalablePorts()
 {
-    const QString signature = listedPortSignature();
+    const QList<SerialPortItem> ports = listedSerialPorts();
+    const QString signature = ::portListSignature(ports);
     if (signature != portListSignature) {
         portListSignature = signature;
         qCDebug(lcDefault) << "Refill Ports Info.";
         const QString selected = networkPanel ? networkEntry : currentSettings.name;
         {
             const QSignalBlocker blocker(ui->portBox);
-            fillPortsInfo();
+            fillPortsInfo(ports);
         }
         const int index = networkPanel ? ui->portBox->findText(networkEntry) : ui->portBox->findData(selected);
         if (index >= 0)

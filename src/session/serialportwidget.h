@@ -23,6 +23,7 @@ class QUdpSocket;
 class QIntValidator;
 class MultiClientServer;
 class ViewAppender;
+struct SerialPortItem;
 
 namespace Ui {
 class SerialPortWidget;
@@ -127,6 +128,7 @@ private:
     void createStatusBar();
     void updateCommonStatus();
     void fillPortsInfo();
+    void fillPortsInfo(const QList<SerialPortItem> &ports);
     void fillPortsParameters();
     void fillTcpParameters();
     void checkCustomBaudRatePolicy(int index);

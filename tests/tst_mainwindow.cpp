@@ -29,6 +29,7 @@ private slots:
     void saveAsSuffix_data();
     void saveAsSuffix();
     void saveToFolderFails();
+    void acceptedOptionsRewriteOpenDocument();
     void reopeningKeepsOneRecentEntry();
     void missingRecentFileIsDropped();
     void hostileDocuments_data();
@@ -293,6 +294,23 @@ void TestMainWindow::saveToFolderFails()
     QVERIFY(!window.saveFile(dir.path(), false));
     QVERIFY(window.currentFile().isEmpty());
     QCOMPARE(window.session(0)->findChild<QStatusBar *>()->currentMessage(), QStringLiteral("Saving FAILED"));
+}
+
+void TestMainWindow::acceptedOptionsRewriteOpenDocument()
+{
+    ScriptedWindow window;
+    addSessions(window, 2);
+    window.fileAnswer = dir.filePath("options.qvn");
+    action(window, "acFileSaveAs")->trigger();
+    QFile::resize(window.fileAnswer, 0);
+
+    window.dialogAnswer = false;
+    action(window, "acToolsSetting")->trigger();
+    QCOMPARE(QFileInfo(window.fileAnswer).size(), 0);
+
+    window.dialogAnswer = true;
+    action(window, "acToolsSetting")->trigger();
+    QCOMPARE(QSettings(window.fileAnswer, QSettings::IniFormat).value("PortNumber").toInt(), 2);
 }
 
 void TestMainWindow::reopeningKeepsOneRecentEntry()

@@ -20,6 +20,9 @@
 
 #include "common/logging.h"
 #include "common/texthelpers.h"
+#include "dialogs/multiportsettingdlg.h"
+#include "dialogs/newconnection.h"
+#include "dialogs/settingsdialog.h"
 #include "session/serialportwidget.h"
 #include "tools/asciicode.h"
 #include "tools/toolbox.h"
@@ -349,11 +352,19 @@ void MainWindow::on_acViewAlwaysTop_triggered()
 
 void MainWindow::on_acEditAdd_triggered()
 {
-    // The settings of a new session are chosen in the one-port options dialog
-    // once it is available; until then a new session starts with the defaults.
     if (portCount >= MaxSessions)
         return;
+    MultiPortSettingDlg dialog(nullptr, 1);
+    SettingsDialog *page = dialog.page(0);
+    page->portSettings = PortSettings();
+    page->formatSetting = FormatSetting();
+    dialog.updateDisplay();
+    if (!runDialog(dialog))
+        return;
+
     SerialPortWidget *session = appendSession();
+    session->setPortSettings(page->portSettings);
+    session->setFormatSettings(page->formatSetting);
     session->updateDisplay();
     if (portCount == 2)
         ui->acViewQuickSettings->setChecked(false);
@@ -616,6 +627,37 @@ void MainWindow::on_acControlOpen_triggered()
     if (prefs.openLastConnection)
         ask(QMessageBox::Information, AppTitle, tr("The Connection will be restored when launched from next time."),
             QMessageBox::Ok);
+}
+
+void MainWindow::on_acToolsSetting_triggered()
+{
+    MultiPortSettingDlg dialog(nullptr, portCount);
+    for (int i = 0; i < portCount; ++i) {
+        SerialPortWidget *session = sessions[size_t(i)];
+        session->updateSettings();
+        dialog.page(i)->portSettings = session->portSettings();
+        dialog.page(i)->formatSetting = session->formatSettings();
+    }
+    dialog.updateDisplay();
+    if (!runDialog(dialog))
+        return;
+
+    for (int i = 0; i < portCount; ++i) {
+        SerialPortWidget *session = sessions[size_t(i)];
+        qCDebug(lcDefault) << "!!!connMode " << dialog.page(i)->portSettings.connMode;
+        session->setPortSettings(dialog.page(i)->portSettings);
+        session->setFormatSettings(dialog.page(i)->formatSetting);
+        session->updateDisplay();
+    }
+    setWindowModified(true);
+    if (!curFile.isEmpty())
+        save();
+}
+
+void MainWindow::on_actionNew_Connection_triggered()
+{
+    NewConnection dialog;
+    runDialog(dialog);
 }
 
 // --- tools -------------------------------------------------------------------

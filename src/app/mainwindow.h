@@ -105,6 +105,8 @@ private slots:
     void on_actionEnglish_triggered();
     void on_actionChinese_triggered();
     void on_acControlOpen_triggered();
+    void on_acToolsSetting_triggered();
+    void on_actionNew_Connection_triggered();
     void on_acToolCalc_triggered();
     void on_acToolsAscii_triggered();
     void on_acDebugSend_triggered();

@@ -1,0 +1,202 @@
+#include "app/sessiondocument.h"
+
+#include <QSettings>
+
+#include "common/logging.h"
+
+namespace SessionDocument {
+
+namespace {
+
+const QString HostSeparator = QStringLiteral("-||-");
+const QString FallbackHost = QStringLiteral("127.0.0.1");
+
+QString key(int index, const char *name)
+{
+    return QStringLiteral("%1/%2").arg(index).arg(QLatin1String(name));
+}
+
+// Out-of-range or unreadable counts fall back to the nearest usable one.
+int boundedCount(const QVariant &value, int fallback)
+{
+    bool ok = false;
+    const int count = value.toInt(&ok);
+    if (!ok)
+        return fallback;
+    return qBound(1, count, MaxSessions);
+}
+
+// These flags are written as booleans but read as integers, so a document
+// written by the program brings them back off; documents that store 1 set them.
+bool intFlag(const QSettings &file, int index, const char *name)
+{
+    // Through text, so a value still cached as a boolean reads like the file.
+    return file.value(key(index, name)).toString().toInt() != 0;
+}
+
+QFont readFont(const QSettings &file, int index, const QFont &current)
+{
+    QFont font = current;
+    const QString family = file.value(key(index, "LogFontFamily")).toString();
+    if (!family.trimmed().isEmpty())
+        font.setFamily(family);
+    const int size = file.value(key(index, "LogFontSize")).toInt();
+    if (size > 0)
+        font.setPointSize(size);
+    const int weight = file.value(key(index, "LogFontWeight")).toInt();
+    font.setWeight(weight >= 1 && weight <= 1000 ? QFont::Weight(weight) : QFont::Normal);
+    font.setItalic(false);
+    return font;
+}
+
+QColor readColor(const QSettings &file, int index, const char *name)
+{
+    // Text that names no colour reads as a missing colour: invalid.
+    return QColor::fromString(file.value(key(index, name)).toString());
+}
+
+void report(const ProgressStage &progress, int stage)
+{
+    if (progress)
+        progress(stage);
+}
+
+} // namespace
+
+void writeLayout(QSettings &file, const DocumentLayout &layout)
+{
+    file.setValue(QStringLiteral("PortNumber"), QString::number(layout.portCount));
+    file.setValue(QStringLiteral("ColumnNumber"), QString::number(layout.columnCount));
+    file.setValue(QStringLiteral("QuickView"), layout.quickView);
+}
+
+DocumentLayout readLayout(const QSettings &file)
+{
+    DocumentLayout layout;
+    layout.portCount = boundedCount(file.value(QStringLiteral("PortNumber"), 1), 1);
+    layout.columnCount = boundedCount(file.value(QStringLiteral("ColumnNumber"), 1), 1);
+    layout.quickView = file.value(QStringLiteral("QuickView"), layout.portCount < 2).toBool();
+    return layout;
+}
+
+void writeSession(QSettings &file, int i, const PortSettings &port, const FormatSetting &format,
+                  const ProgressStage &progress)
+{
+    report(progress, 10);
+    file.setValue(key(i, "PortName"), port.name);
+    file.setValue(key(i, "BaudRate"), port.baudRate);
+    file.setValue(key(i, "DataBits"), port.dataBits);
+    file.setValue(key(i, "StopBits"), port.stopBits);
+    file.setValue(key(i, "Parity"), port.parity);
+    file.setValue(key(i, "FlowControl"), port.flowControl);
+    report(progress, 20);
+    file.setValue(key(i, "ReceiveMsgForamt"), format.ReceiveMsgFormat);
+    file.setValue(key(i, "AutoFeedLine"), format.AutoFeedLine);
+    file.setValue(key(i, "SplitterLeft"), format.SplitterLeft);
+    file.setValue(key(i, "SplitterRight"), format.SplitterRight);
+    file.setValue(key(i, "AutoFeedInterval"), format.AutoFeedInterval);
+    file.setValue(key(i, "DisplaySendMsg"), format.DisplaySendMsg);
+    file.setValue(key(i, "DisplayMsgTime"), format.DisplayMsgTime);
+    file.setValue(key(i, "RxTimeFormat"), format.RxTimeFormat);
+    file.setValue(key(i, "TxTimeFormat"), format.TxTimeFormat);
+    file.setValue(key(i, "SendMsgFormat"), format.SendMsgFormat);
+    file.setValue(key(i, "AutoSend"), format.AutoSend);
+    file.setValue(key(i, "SendInterval"), format.SendInterval);
+    file.setValue(key(i, "SendTimeUnit"), format.SendTimeUnit);
+    file.setValue(key(i, "SupportComment"), format.SupportComment);
+    file.setValue(key(i, "FormatSend"), format.FormatSend);
+    file.setValue(key(i, "AutoAddFeedLine"), format.AutoAddFeedLine);
+    file.setValue(key(i, "SendList"), format.SendList);
+    report(progress, 30);
+    file.setValue(key(i, "LogSaveFlag"), format.LogSaveFlag);
+    file.setValue(key(i, "LogFilePath"), format.LogFilePath);
+    file.setValue(key(i, "LogTimestampEnabled"), format.LogTimestampEnabled);
+    file.setValue(key(i, "LogFileTime"), format.LogFileTime);
+    report(progress, 50);
+    file.setValue(key(i, "DisplayBufferSize"), format.DisplayBufferSize);
+    file.setValue(key(i, "LogFontFamily"), format.LogFont.family());
+    file.setValue(key(i, "LogFontSize"), format.LogFont.pointSize());
+    file.setValue(key(i, "LogFontWeight"), int(format.LogFont.weight()));
+    file.setValue(key(i, "FormatDisplayColor"), format.FormatDisplayColor);
+    file.setValue(key(i, "SendTextColor"), format.SendTextColor.name());
+    file.setValue(key(i, "ReceiveTextColor"), format.ReceiveTextColor.name());
+    file.setValue(key(i, "LastTargetHost"), joinHosts(port.lastTargetHost));
+    file.setValue(key(i, "LastTargetPort"), port.lastTargetPort);
+    file.setValue(key(i, "ConnMode"), port.connMode);
+    report(progress, 100);
+}
+
+void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting &format)
+{
+    port.name = file.value(key(i, "PortName")).toString();
+    port.baudRate = file.value(key(i, "BaudRate")).toInt();
+    port.dataBits = file.value(key(i, "DataBits")).toInt();
+    port.stopBits = file.value(key(i, "StopBits")).toInt();
+    port.parity = file.value(key(i, "Parity")).toInt();
+    port.flowControl = file.value(key(i, "FlowControl")).toInt();
+    format.ReceiveMsgFormat = file.value(key(i, "ReceiveMsgForamt")).toInt();
+    format.AutoFeedLine = file.value(key(i, "AutoFeedLine")).toBool();
+    format.SplitterLeft = file.value(key(i, "SplitterLeft")).toInt();
+    format.SplitterRight = file.value(key(i, "SplitterRight")).toInt();
+    format.AutoFeedInterval = file.value(key(i, "AutoFeedInterval")).toInt();
+    format.DisplaySendMsg = intFlag(file, i, "DisplaySendMsg");
+    format.DisplayMsgTime = intFlag(file, i, "DisplayMsgTime");
+    format.RxTimeFormat = file.value(key(i, "RxTimeFormat")).toString();
+    format.TxTimeFormat = file.value(key(i, "TxTimeFormat")).toString();
+    format.SendMsgFormat = file.value(key(i, "SendMsgFormat")).toInt();
+    format.AutoSend = intFlag(file, i, "AutoSend");
+    format.SendInterval = file.value(key(i, "SendInterval")).toInt();
+    format.SendTimeUnit = file.value(key(i, "SendTimeUnit")).toInt();
+    format.SupportComment = intFlag(file, i, "SupportComment");
+    format.FormatSend = intFlag(file, i, "FormatSend");
+    format.AutoAddFeedLine = file.value(key(i, "AutoAddFeedLine")).toBool();
+    format.SendList = file.value(key(i, "SendList")).toStringList();
+    format.LogSaveFlag = intFlag(file, i, "LogSaveFlag");
+    format.LogFilePath = file.value(key(i, "LogFilePath")).toString();
+    format.LogTimestampEnabled = file.value(key(i, "LogTimestampEnabled")).toBool();
+    format.LogFileTime = file.value(key(i, "LogFileTime")).toString();
+    // Rotation options are honoured when present but never written.
+    format.LogRotateAtSize = file.value(key(i, "LogRotateAtSize")).toBool();
+    format.LogRotateSize = file.value(key(i, "LogRotateSize")).toInt();
+    format.LogRotateAtTime = file.value(key(i, "LogRotateAtTime")).toBool();
+    format.LogRotateTime = file.value(key(i, "LogRotateTime")).toTime();
+    format.NeedHourTimeStamp = file.value(key(i, "NeedHourTimeStamp")).toBool();
+    format.DisplayBufferSize = file.value(key(i, "DisplayBufferSize")).toInt();
+    format.LogFont = readFont(file, i, format.LogFont);
+    format.FormatDisplayColor = intFlag(file, i, "FormatDisplayColor");
+    format.SendTextColor = readColor(file, i, "SendTextColor");
+    format.ReceiveTextColor = readColor(file, i, "ReceiveTextColor");
+    port.lastTargetHost = splitHosts(file.value(key(i, "LastTargetHost")).toString());
+    port.lastTargetPort = file.value(key(i, "LastTargetPort")).toInt();
+    port.connMode = file.value(key(i, "ConnMode")).toInt();
+}
+
+QString joinHosts(const QStringList &hosts)
+{
+    return hosts.join(HostSeparator);
+}
+
+QStringList splitHosts(const QString &text)
+{
+    const QStringList hosts = text.split(HostSeparator, Qt::SkipEmptyParts);
+    return hosts.isEmpty() ? QStringList{FallbackHost} : hosts;
+}
+
+int progressValue(int stage, int index, int count)
+{
+    if (count < 1)
+        return stage;
+    return stage / count + (100 * index) / count;
+}
+
+bool flushed(QSettings &file)
+{
+    file.sync();
+    if (file.status() != QSettings::NoError) {
+        qCWarning(lcDefault) << "writeFile: settings status" << file.status() << "for" << file.fileName();
+        return false;
+    }
+    return true;
+}
+
+} // namespace SessionDocument

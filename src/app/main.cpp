@@ -34,7 +34,7 @@ int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("VERDANE"));
-    QCoreApplication::setOrganizationDomain(QStringLiteral("verdane.com"));
+    QCoreApplication::setOrganizationDomain(QStringLiteral("verdane.example"));
     QCoreApplication::setApplicationName(QStringLiteral("Quorvane"));
     logArguments(argc, argv);
 

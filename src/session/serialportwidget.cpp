@@ -110,6 +110,9 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     baudRateValidator = new QIntValidator(0, 100000000, this);
 
     ui->setupUi(this);
+    ui->splitter->setStretchFactor(1, 1);
+    ui->splitter_data->setStretchFactor(0, 3);
+    ui->splitter_data->setStretchFactor(1, 1);
     viewAppender = new ViewAppender(ui->receiveView);
     formatSetting.LogFont = ui->receiveView->font();
     formatSetting.SendInterval = ui->sendIntervelSB->value();
@@ -1002,7 +1005,9 @@ void SerialPortWidget::onRefreshSerialPortDisplay()
         if (m_runState != Paused)
             m_runState = Running;
     } else {
-        html = QStringLiteral("<font color = red> %1 CLOSED </font>").arg(serial->portName());
+        // A closed port is shown by the name chosen in the panel, which the
+        // next start opens.
+        html = QStringLiteral("<font color = red> %1 CLOSED </font>").arg(embracedString(ui->portBox->currentText()));
     }
     if (connectionStatusLabel->text() != html)
         connectionStatusLabel->setText(html);
@@ -1097,12 +1102,20 @@ void SerialPortWidget::createStatusBar()
     rxLabel = new QLabel;
     txLabel = new QLabel;
     logFileLabel = new QLabel;
+    messageLabel = new QLabel;
     rxLabel->setMaximumWidth(200);
     txLabel->setMaximumWidth(200);
-    for (QLabel *label : {connectionStatusLabel, rxLabel, txLabel, logFileLabel}) {
+    for (QLabel *label : {connectionStatusLabel, rxLabel, txLabel, logFileLabel, messageLabel}) {
         label->setIndent(3);
-        statusBar->addWidget(label);
+        statusBar->addWidget(label, label == messageLabel ? 1 : 0);
     }
+    // Messages get a label of their own rather than the bar's temporary
+    // message, which would be painted over the status labels; a long one
+    // must not widen the session either.
+    messageLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    messageTimer = new QTimer(this);
+    messageTimer->setSingleShot(true);
+    connect(messageTimer, &QTimer::timeout, messageLabel, &QLabel::clear);
     ui->verticalLayout->addWidget(statusBar);
     updateCommonStatus();
 }
@@ -1147,7 +1160,14 @@ void SerialPortWidget::setStatusBarVisible(bool visible)
 
 void SerialPortWidget::showMessage(const QString &text, int milliseconds)
 {
-    statusBar->showMessage(text, milliseconds);
+    messageLabel->setText(text);
+    messageLabel->setToolTip(text);
+    messageTimer->start(milliseconds);
+}
+
+QString SerialPortWidget::currentMessage() const
+{
+    return messageLabel->text();
 }
 
 void SerialPortWidget::updateSplitterSizes(const QList<int> &sizes)

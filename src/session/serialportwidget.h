@@ -82,6 +82,7 @@ public:
     void updateSplitterSizes(const QList<int> &sizes);
     void setStatusBarVisible(bool visible);
     void showMessage(const QString &text, int milliseconds);
+    QString currentMessage() const;
 
     // The single entry of the receive pipeline; every transport ends here.
     void pushByteArray(const QByteArray &data, bool countAsReceived, RXorTx direction);
@@ -194,6 +195,8 @@ private:
     QLabel *rxLabel = nullptr;
     QLabel *txLabel = nullptr;
     QLabel *logFileLabel = nullptr;
+    QLabel *messageLabel = nullptr;
+    QTimer *messageTimer = nullptr;
 };
 
 #endif

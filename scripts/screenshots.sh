@@ -33,7 +33,8 @@ shot() { xwd -root -silent | /usr/bin/convert xwd:- "png:$out/$1"; echo "wrote $
 # Waits for a visible window whose title matches, and puts the pointer on it
 # so that typed keys reach it (there is no window manager to give focus).
 wait_window() {
-    local pattern=$1 id="" i
+    local pattern=$1 i
+    id=""
     for i in $(seq 1 100); do
         id=$(xdotool search --onlyvisible --name "$pattern" 2>/dev/null | tail -n 1 || true)
         [[ -n "$id" ]] && break
@@ -82,7 +83,14 @@ printf 'RecentFiles=%s\nOpenLastConnection=true\nValueL=2\n' "$doc" >> "$store"
 wait_window 'grid'
 shot english-grid.png
 xdotool key alt+t Return
-wait_window 'Toolbox|ToolBox|CRC'
+wait_window 'Toolbox'
+# Without a window manager a window mapped under the closing menu is not
+# painted until it is resized; then show the CRC tab.
+xdotool windowsize "$id" 600 460
+sleep 1
+xdotool windowmove "$id" 60 60
+sleep 1
+xdotool mousemove --window "$id" 140 22 click 1
 sleep 1
 shot toolbox.png
 xdotool key Escape

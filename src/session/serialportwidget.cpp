@@ -110,7 +110,6 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     baudRateValidator = new QIntValidator(0, 100000000, this);
 
     ui->setupUi(this);
-    ui->splitter->setStretchFactor(1, 1);
     ui->splitter_data->setStretchFactor(0, 3);
     ui->splitter_data->setStretchFactor(1, 1);
     viewAppender = new ViewAppender(ui->receiveView);

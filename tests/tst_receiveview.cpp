@@ -3,9 +3,11 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include "session/chunkrenderer.h"
 #include "session/serialportwidget.h"
 #include "testsupport.h"
 
@@ -26,6 +28,8 @@ private slots:
     void userAtTheEndFollows();
     void markupIsShownLiterally_data();
     void markupIsShownLiterally();
+    void endlessLineIsCutIntoParagraphs_data();
+    void endlessLineIsCutIntoParagraphs();
     void oneTickIsOneInsertion_data();
     void oneTickIsOneInsertion();
     void clearEmptiesViewAndCounters();
@@ -194,6 +198,48 @@ void TestReceiveView::markupIsShownLiterally()
             QVERIFY2(!charFormat.hasProperty(QTextFormat::ForegroundBrush),
                      qPrintable(QStringLiteral("coloured at %1").arg(position)));
     }
+}
+
+void TestReceiveView::endlessLineIsCutIntoParagraphs_data()
+{
+    QTest::addColumn<int>("receiveFormat");
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<bool>("breaksAfterBlank");
+
+    QTest::newRow("hex without line feeds") << int(HEX) << QByteArray(20000, '\x5a') << true;
+    QTest::newRow("words without line feeds") << int(ASCII) << QByteArray("reading ").repeated(7000) << true;
+    QTest::newRow("no blank at all") << int(ASCII) << QByteArray(50000, 'x') << false;
+}
+
+// One endless line would make every refresh lay out all of it again; the
+// view shows it in paragraphs of bounded length, nothing lost or added but
+// the breaks.
+void TestReceiveView::endlessLineIsCutIntoParagraphs()
+{
+    QFETCH(int, receiveFormat);
+    QFETCH(QByteArray, data);
+    QFETCH(bool, breaksAfterBlank);
+
+    FormatSetting format = session->formatSettings();
+    format.ReceiveMsgFormat = receiveFormat;
+    applyFormat(format);
+    for (int from = 0; from < data.size(); from += 4096) {
+        for (int chunk = from; chunk < qMin(from + 4096, data.size()); chunk += 64)
+            session->pushByteArray(data.mid(chunk, 64), true, RX);
+        session->displayPortBuffer();
+    }
+
+    QTextDocument *document = view()->document();
+    QVERIFY(document->blockCount() > 1);
+    QString joined;
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        const QString text = block.text();
+        QVERIFY2(text.size() <= 16384, qPrintable(QString::number(text.size())));
+        if (breaksAfterBlank && block.next().isValid())
+            QVERIFY(text.endsWith(QLatin1Char(' ')));
+        joined += text;
+    }
+    QCOMPARE(joined, decodeByteArray(data, receiveFormat));
 }
 
 void TestReceiveView::oneTickIsOneInsertion_data()

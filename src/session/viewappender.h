@@ -11,6 +11,7 @@ class QPlainTextEdit;
 // tick are collected, neighbours of the same colour merged, and the batch is
 // inserted in one edit block. Text is inserted as plain characters with a
 // character format, never parsed as markup, so "<" and "&" show as sent.
+// Lines longer than 16384 characters are shown as several paragraphs.
 class ViewAppender
 {
 public:

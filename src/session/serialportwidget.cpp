@@ -97,6 +97,23 @@ void selectData(QComboBox *box, const QVariant &data)
         box->setCurrentIndex(index);
 }
 
+// The time of day of a received chunk. Asking the system for local time on
+// every read costs a time-zone lookup each time; the offset from UTC is
+// taken once a second instead.
+QTime currentTimeOfDay()
+{
+    static qint64 offsetValidUntil = 0;
+    static qint64 offsetMsecs = 0;
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (now >= offsetValidUntil) {
+        offsetMsecs = qint64(QDateTime::fromMSecsSinceEpoch(now).offsetFromUtc()) * 1000;
+        offsetValidUntil = now + 1000;
+    }
+    const qint64 msecsPerDay = 24 * 60 * 60 * 1000;
+    const qint64 local = ((now + offsetMsecs) % msecsPerDay + msecsPerDay) % msecsPerDay;
+    return QTime::fromMSecsSinceStartOfDay(int(local));
+}
+
 } // namespace
 
 SerialPortWidget::SerialPortWidget(QWidget *parent)
@@ -335,7 +352,7 @@ void SerialPortWidget::pushByteArray(const QByteArray &data, bool countAsReceive
 {
     if (data.isEmpty())
         return;
-    rxDataList.enqueue({QTime::currentTime(), direction, data});
+    rxDataList.enqueue({currentTimeOfDay(), direction, data});
     if (countAsReceived)
         receivedCount += data.size();
 }

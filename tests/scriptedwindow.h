@@ -17,6 +17,7 @@ public:
     QMessageBox::StandardButton boxAnswer = QMessageBox::Ok;
     bool dialogAnswer = true;
     QSet<int> failingSessions;
+    bool startRealPorts = false;
     QStringList boxesShown;
     int dialogsRun = 0;
 
@@ -35,8 +36,10 @@ protected:
         ++dialogsRun;
         return dialogAnswer;
     }
-    bool startSession(SerialPortWidget &started, const QString &) override
+    bool startSession(SerialPortWidget &started, const QString &name) override
     {
+        if (startRealPorts)
+            return MainWindow::startSession(started, name);
         for (int i = 0; i < sessionCount(); ++i) {
             if (session(i) == &started)
                 return !failingSessions.contains(i);

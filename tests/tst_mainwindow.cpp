@@ -24,6 +24,7 @@ private slots:
     void removeDestroysLastSession();
     void startFailureBoxOnlyForFirstSession();
     void runStateCheckMarks();
+    void commandLinePortOpensThatPort();
     void documentRoundTrip();
     void documentDefaults();
     void saveAsSuffix_data();
@@ -206,6 +207,20 @@ void TestMainWindow::runStateCheckMarks()
         action(window, name.constData())->trigger();
         QTRY_COMPARE_WITH_TIMEOUT(checked(), QList<QByteArray>{name}, 150);
     }
+}
+
+void TestMainWindow::commandLinePortOpensThatPort()
+{
+    QUORVANE_REQUIRE_SOCAT();
+    SocatPair pair;
+    QVERIFY(pair.start());
+    ScriptedWindow window;
+    window.startRealPorts = true;
+    window.start(pair.portA());
+    QVERIFY(window.session(0)->serialPort()->isOpen());
+    QCOMPARE(window.session(0)->serialPort()->portName(), pair.portA());
+    QVERIFY(window.boxesShown.isEmpty());
+    window.session(0)->stop();
 }
 
 void TestMainWindow::documentRoundTrip()

@@ -143,8 +143,9 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
 
 SerialPortWidget::~SerialPortWidget()
 {
-    // Pending log text reaches the file when a session goes away.
-    onSaveData();
+    // Pending log text reaches the file when a session goes away; there is
+    // no one left to warn about a bad name then.
+    saveLog();
     delete udpSocket;
     delete tcpServer;
     delete viewAppender;
@@ -414,10 +415,14 @@ void SerialPortWidget::clear()
 // ---------------------------------------------------------------------------
 // Data log
 
+DataLog::Result SerialPortWidget::saveLog()
+{
+    return dataLog.save(formatSetting, currentSettings.name, {serial->portName(), serial->baudRate()});
+}
+
 void SerialPortWidget::onSaveData()
 {
-    const LogHeaderInfo header{serial->portName(), serial->baudRate()};
-    switch (dataLog.save(formatSetting, currentSettings.name, header)) {
+    switch (saveLog()) {
     case DataLog::NameTooShort:
         showWarning(tr("Warning"), tr("Please input correct log file name!"));
         break;

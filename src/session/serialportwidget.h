@@ -143,6 +143,7 @@ private:
     void copyPanelChecks();
     void refreshConnectionDisplay();
     void showWarning(const QString &title, const QString &text);
+    DataLog::Result saveLog();
     QByteArray encodeSendData(const QString &text, bool rewriteBox);
 
     void startUdp();

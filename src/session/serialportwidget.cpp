@@ -744,7 +744,6 @@ void SerialPortWidget::handleNewMessage(const QString &clientKey)
 {
     const QByteArray bytes = tcpServer ? tcpServer->lastMessages().value(clientKey) : QByteArray();
     pushByteArray(bytes, true, RX);
-    clientTranscripts[clientKey] += decodeByteArray(bytes, formatSetting.ReceiveMsgFormat);
 }
 
 void SerialPortWidget::changeConnState()

@@ -137,8 +137,10 @@ void TestMultiClientServer::stopForgetsClientsButTheyStillDeliverData()
     QVERIFY(client);
     QVERIFY(waitForClientCount(1));
 
+    QSignalSpy changes(server.get(), &MultiClientServer::connectionStateChange);
     server->stop();
     QVERIFY(server->clients().isEmpty());
+    QCOMPARE(changes.count(), 1);
     QVERIFY(server->isListening());
 
     QSignalSpy messages(server.get(), &MultiClientServer::newMessage);

@@ -12,7 +12,14 @@ MultiClientServer::MultiClientServer(QObject *parent)
 
 QString MultiClientServer::clientKey(const QTcpSocket *socket)
 {
-    return QStringLiteral("%1:%2").arg(socket->peerAddress().toString()).arg(socket->peerPort());
+    // A listener on any address sees IPv4 peers as mapped IPv6 addresses;
+    // show them the way users know them.
+    QHostAddress address = socket->peerAddress();
+    bool isIPv4 = false;
+    const quint32 ipv4 = address.toIPv4Address(&isIPv4);
+    if (isIPv4)
+        address = QHostAddress(ipv4);
+    return QStringLiteral("%1:%2").arg(address.toString()).arg(socket->peerPort());
 }
 
 bool MultiClientServer::start(quint16 port)
@@ -23,6 +30,7 @@ bool MultiClientServer::start(quint16 port)
 void MultiClientServer::stop()
 {
     connectedClients.clear();
+    emit connectionStateChange();
 }
 
 void MultiClientServer::sendHello(QTcpSocket *socket)

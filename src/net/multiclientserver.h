@@ -12,9 +12,10 @@ class QTcpSocket;
 // A TCP listener that accepts any number of clients, keeps them in accept
 // order and remembers the bytes of each client's most recent read.
 //
-// Accepted sockets stay children of the server. stop() only forgets them:
-// they stay connected and keep reporting data, and each one is still
-// released with deleteLater() once its peer goes away.
+// Accepted sockets stay children of the server. stop() only forgets them
+// (and announces the emptied list): they stay connected and keep reporting
+// data, and each one is still released with deleteLater() once its peer
+// goes away.
 class MultiClientServer : public QTcpServer
 {
     Q_OBJECT

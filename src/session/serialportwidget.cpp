@@ -146,6 +146,10 @@ SerialPortWidget::~SerialPortWidget()
     // Pending log text reaches the file when a session goes away; there is
     // no one left to warn about a bad name then.
     saveLog();
+    // The client socket dies with the child widgets; its disconnected()
+    // must not reach a session that is half gone by then.
+    if (tcpSocket)
+        tcpSocket->disconnect(this);
     delete udpSocket;
     delete tcpServer;
     delete viewAppender;
@@ -677,9 +681,12 @@ void SerialPortWidget::startTcpClient()
 void SerialPortWidget::disconnectTcpClient()
 {
     displayPortBuffer();
-    if (tcpSocket)
+    if (tcpSocket) {
         qCDebug(lcDefault) << "disconnectTcpClient :" << tcpSocket->peerAddress() << tcpSocket->peerPort();
-    // The socket stays a child of the session; the next start makes a new one.
+        // Later, not now: we are inside one of its signals. The next start
+        // makes a new socket.
+        tcpSocket->deleteLater();
+    }
     tcpSocket = nullptr;
 }
 
@@ -761,7 +768,6 @@ void SerialPortWidget::handleNewMessage(const QString &clientKey)
 {
     const QByteArray bytes = tcpServer ? tcpServer->lastMessages().value(clientKey) : QByteArray();
     pushByteArray(bytes, true, RX);
-    clientTranscripts[clientKey] += decodeByteArray(bytes, formatSetting.ReceiveMsgFormat);
 }
 
 void SerialPortWidget::changeConnState()
@@ -1042,9 +1048,10 @@ struct SocketStateText {
     bool ok;
 };
 
-SocketStateText socketStateText(QAbstractSocket *socket, bool udp)
+// boundText: what a bound socket reports in green; empty for the plain red text.
+SocketStateText socketStateText(QAbstractSocket::SocketState state, const QString &boundText = QString())
 {
-    switch (socket->state()) {
+    switch (state) {
     case QAbstractSocket::UnconnectedState:
         return {QStringLiteral("The socket is not connected"), false};
     case QAbstractSocket::HostLookupState:
@@ -1054,11 +1061,8 @@ SocketStateText socketStateText(QAbstractSocket *socket, bool udp)
     case QAbstractSocket::ConnectedState:
         return {QStringLiteral("Connection is established."), true};
     case QAbstractSocket::BoundState:
-        if (udp)
-            return {QStringLiteral("UDP socket is bound to %1:%2.")
-                        .arg(socket->localAddress().toString())
-                        .arg(socket->localPort()),
-                    true};
+        if (!boundText.isEmpty())
+            return {boundText, true};
         return {QStringLiteral("The socket is bound to an address and port."), false};
     case QAbstractSocket::ListeningState:
         return {QStringLiteral("For internal use only."), false};
@@ -1068,29 +1072,37 @@ SocketStateText socketStateText(QAbstractSocket *socket, bool udp)
     return {QString(), false};
 }
 
+// The run state follows the socket, except that a pause is the user's to end.
+int followSocket(QAbstractSocket::SocketState state, int runState)
+{
+    if (state == QAbstractSocket::UnconnectedState)
+        return Stopped;
+    if (state == QAbstractSocket::ConnectedState && runState != Paused)
+        return Running;
+    return runState;
+}
+
 } // namespace
 
 void SerialPortWidget::onRefreshTcpClientDisplay()
 {
-    if (tcpSocket) {
-        const SocketStateText state = socketStateText(tcpSocket, false);
-        if (tcpSocket->state() == QAbstractSocket::UnconnectedState)
-            m_runState = Stopped;
-        else if (tcpSocket->state() == QAbstractSocket::ConnectedState)
-            m_runState = Running;
-        setConnectionStatus(state.text, state.ok);
-    }
+    // The socket is dropped on disconnect, so a missing one is not connected.
+    const QAbstractSocket::SocketState socketState = tcpSocket ? tcpSocket->state()
+                                                               : QAbstractSocket::UnconnectedState;
+    const SocketStateText state = socketStateText(socketState);
+    m_runState = followSocket(socketState, m_runState);
+    setConnectionStatus(state.text, state.ok);
     updateCommonStatus();
 }
 
 void SerialPortWidget::onRefreshUdpClientDisplay()
 {
     if (udpSocket) {
-        const SocketStateText state = socketStateText(udpSocket, true);
-        if (udpSocket->state() == QAbstractSocket::UnconnectedState)
-            m_runState = Stopped;
-        else if (udpSocket->state() == QAbstractSocket::ConnectedState)
-            m_runState = Running;
+        const QString bound = QStringLiteral("UDP socket is bound to %1:%2.")
+                                  .arg(udpSocket->localAddress().toString())
+                                  .arg(udpSocket->localPort());
+        const SocketStateText state = socketStateText(udpSocket->state(), bound);
+        m_runState = followSocket(udpSocket->state(), m_runState);
         setConnectionStatus(state.text, state.ok);
     }
     updateCommonStatus();
@@ -1108,7 +1120,8 @@ void SerialPortWidget::onRefreshTcpServerDisplay()
         } else {
             text = QStringLiteral("Listening on %1:%2").arg(address).arg(port);
             ui->sendButton->setText(tr("Send"));
-            m_runState = Running;
+            if (m_runState != Paused)
+                m_runState = Running;
         }
         setConnectionStatus(text, true);
     }

@@ -3,7 +3,6 @@
 
 #include <QAbstractSocket>
 #include <QByteArray>
-#include <QHash>
 #include <QList>
 #include <QPointer>
 #include <QQueue>
@@ -166,7 +165,6 @@ private:
     QPointer<QTcpSocket> tcpSocket;
     QUdpSocket *udpSocket = nullptr;
     MultiClientServer *tcpServer = nullptr;
-    QHash<QString, QString> clientTranscripts;
 
     QByteArray pausedData;
     QString lastError;

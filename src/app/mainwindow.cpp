@@ -19,6 +19,7 @@
 #include <QUrl>
 
 #include "common/logging.h"
+#include "common/serialportlist.h"
 #include "common/texthelpers.h"
 #include "dialogs/multiportsettingdlg.h"
 #include "dialogs/newconnection.h"
@@ -459,12 +460,8 @@ void MainWindow::updatePort(bool remove)
 void MainWindow::fillPortCombo()
 {
     portCombo->clear();
-    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts()) {
-        if (!isListedSerialPort(info.portName()))
-            continue;
-        portCombo->addItem(info.portName() + QLatin1Char('(') + info.description() + QLatin1Char(')'),
-                           info.portName());
-    }
+    for (const SerialPortItem &port : listedSerialPorts())
+        portCombo->addItem(port.entryText(), port.portName);
     const int current = portCombo->findData(sessions[0]->portSettings().name);
     if (current >= 0)
         portCombo->setCurrentIndex(current);

@@ -8,10 +8,10 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QSerialPortInfo>
 #include <QSignalBlocker>
 
 #include "common/logging.h"
+#include "common/serialportlist.h"
 #include "common/texthelpers.h"
 #include "dialogs/settingsfields.h"
 #include "session/datalog.h"
@@ -124,11 +124,8 @@ void SettingsDialog::fillPortsInfo()
 {
     const QSignalBlocker blocker(ui->portBox);
     ui->portBox->clear();
-    const auto ports = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo &info : ports) {
-        if (isListedSerialPort(info.portName()))
-            ui->portBox->addItem(portEntryText(info.portName(), info.description()), info.portName());
-    }
+    for (const SerialPortItem &port : listedSerialPorts())
+        ui->portBox->addItem(portEntryText(port.portName, port.description), port.portName);
     ui->portBox->addItem(NetworkPortEntry, NetworkPortEntry);
 }
 

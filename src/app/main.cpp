@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QScreen>
 #include <QSettings>
 #include <QTranslator>
@@ -33,6 +34,9 @@ bool ensureConfigFolder(const QSettings &settings)
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
+    // Diagnostics print per received chunk; they stay off unless asked for
+    // with QT_LOGGING_RULES="default.debug=true", which overrides this.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     QCoreApplication::setOrganizationName(QStringLiteral("VERDANE"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("verdane.example"));
     QCoreApplication::setApplicationName(QStringLiteral("Quorvane"));

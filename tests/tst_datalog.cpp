@@ -169,6 +169,20 @@ private slots:
                  expectedHeader(format.currentLogFileName, at(10, 0, 10)) + QStringLiteral("one\ntwo\nthree\n"));
     }
 
+    // A write that fails, as on a full disk, keeps the text for the next tick.
+    void failedWriteKeepsText()
+    {
+        if (!QFileInfo::exists(QStringLiteral("/dev/full")))
+            QSKIP("no /dev/full to stand in for a full disk");
+        FormatSetting format = recordingFrom(at(10, 0, 0));
+        format.currentLogFileName = QStringLiteral("/dev/full");
+        DataLog log;
+        log.appendLog(QStringLiteral("kept\n"));
+        QCOMPARE(log.save(format, Session, Header), DataLog::WriteFailed);
+        QCOMPARE(log.pendingText(), QStringLiteral("kept\n"));
+        QVERIFY(!log.lastErrorString().isEmpty());
+    }
+
 private:
     // Recording into "<folder>/%S_%h%m%s.log", started at the given time.
     FormatSetting recordingFrom(const QDateTime &start, QString folder = QString()) const

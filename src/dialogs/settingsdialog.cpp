@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QSignalBlocker>
 
+#include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/serialportlist.h"
 #include "common/texthelpers.h"
@@ -143,32 +144,22 @@ void SettingsDialog::fillPortsParameters()
     resetCombo(ui->baudRateBox, false);
     {
         const QSignalBlocker blocker(ui->baudRateBox);
-        for (int rate : {9600, 19200, 38400, 57600, 115200})
-            ui->baudRateBox->addItem(QString::number(rate), rate);
-        ui->baudRateBox->addItem(tr("Custom"));
+        fillChoices(ui->baudRateBox, baudRateChoices());
         ui->baudRateBox->setCurrentIndex(0);
     }
 
     resetCombo(ui->dataBitsBox, false);
-    for (int bits = 5; bits <= 8; ++bits)
-        ui->dataBitsBox->addItem(QString::number(bits), bits);
+    fillChoices(ui->dataBitsBox, dataBitsChoices());
     ui->dataBitsBox->setCurrentIndex(3);
 
     resetCombo(ui->parityBox, false);
-    ui->parityBox->addItem(tr("None"), 0);
-    ui->parityBox->addItem(tr("Even"), 2);
-    ui->parityBox->addItem(tr("Odd"), 3);
-    ui->parityBox->addItem(tr("Mark"), 5);
-    ui->parityBox->addItem(tr("Space"), 4);
+    fillChoices(ui->parityBox, parityChoices());
 
     resetCombo(ui->stopBitsBox, false);
-    ui->stopBitsBox->addItem(QStringLiteral("1"), 1);
-    ui->stopBitsBox->addItem(QStringLiteral("2"), 2);
+    fillChoices(ui->stopBitsBox, stopBitsChoices());
 
     resetCombo(ui->flowControlBox, false);
-    ui->flowControlBox->addItem(tr("None"), 0);
-    ui->flowControlBox->addItem(tr("RTS/CTS"), 1);
-    ui->flowControlBox->addItem(tr("XON/XOFF"), 2);
+    fillChoices(ui->flowControlBox, flowControlChoices());
 }
 
 void SettingsDialog::fillTcpParameters()

@@ -100,27 +100,6 @@ QStringList hostHistoryWith(const QString &host, const QStringList &history)
     return hosts;
 }
 
-const QVector<NetworkMode> &networkModes()
-{
-    static const QVector<NetworkMode> modes = {
-        {TcpClientMode, QStringLiteral("TCP Client")},
-        {TcpServerMode, QStringLiteral("TCP Server")},
-        {UdpClientMode, QStringLiteral("UDP Client")},
-        {UdpServerMode, QStringLiteral("UDP Server")},
-        {UdpGroupMode, QStringLiteral("UDP Group")},
-    };
-    return modes;
-}
-
-QString networkModeName(qint32 mode)
-{
-    for (const NetworkMode &entry : networkModes()) {
-        if (entry.mode == mode)
-            return entry.name;
-    }
-    return QString();
-}
-
 NetworkRows networkRows(qint32 mode)
 {
     NetworkRows rows;
@@ -145,12 +124,6 @@ NetworkRows networkRows(qint32 mode)
         break;
     }
     return rows;
-}
-
-QStringList localAddressNames()
-{
-    return {QStringLiteral("LocalHost"), QStringLiteral("LocalHostIPv6"), QStringLiteral("Broadcast"),
-            QStringLiteral("AnyIPv4"), QStringLiteral("AnyIPv6"), QStringLiteral("Any")};
 }
 
 } // namespace SettingsFields

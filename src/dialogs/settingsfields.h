@@ -6,7 +6,6 @@
 #include <QFont>
 #include <QString>
 #include <QStringList>
-#include <QVector>
 
 // Conversions between what the settings dialog shows and what the records
 // store. Kept free of widgets so every rule can be checked on its own.
@@ -52,14 +51,6 @@ bool isUsableLogFileName(const QString &name);
 // without repeats or blanks. An empty host leaves the history unchanged.
 QStringList hostHistoryWith(const QString &host, const QStringList &history);
 
-struct NetworkMode {
-    qint32 mode;
-    QString name;
-};
-const QVector<NetworkMode> &networkModes();
-// Display name of a network mode; empty for modes the dialog cannot name.
-QString networkModeName(qint32 mode);
-
 // How the four reusable rows read for one network mode.
 struct NetworkRows {
     QString hostLabel;
@@ -69,7 +60,6 @@ struct NetworkRows {
     bool localRows = false;          // UDP client and group also choose a local end
 };
 NetworkRows networkRows(qint32 mode);
-QStringList localAddressNames();
 
 } // namespace SettingsFields
 

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <QUdpSocket>
 
+#include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/serialportlist.h"
 #include "common/texthelpers.h"
@@ -22,34 +23,6 @@
 namespace {
 
 const QString networkEntry = QString::fromLatin1(networkPortEntry);
-
-const QStringList &addressNames()
-{
-    static const QStringList names = {QStringLiteral("LocalHost"), QStringLiteral("LocalHostIPv6"),
-                                      QStringLiteral("Broadcast"), QStringLiteral("AnyIPv4"),
-                                      QStringLiteral("AnyIPv6"), QStringLiteral("Any")};
-    return names;
-}
-
-struct ModeName {
-    qint32 mode;
-    const char *text;
-};
-
-// Order matters: updateSettings tests the mode texts with begins-with.
-const ModeName modeNames[] = {
-    {TcpServerMode, "TCP Server"}, {TcpClientMode, "TCP Client"}, {UdpServerMode, "UDP Server"},
-    {UdpClientMode, "UDP Client"}, {UdpGroupMode, "UDP Group"},
-};
-
-QString modeText(qint32 mode)
-{
-    for (const ModeName &entry : modeNames) {
-        if (entry.mode == mode)
-            return QString::fromLatin1(entry.text);
-    }
-    return QString();
-}
 
 QString parityText(QSerialPort::Parity parity)
 {
@@ -81,13 +54,6 @@ QString flowControlText(QSerialPort::FlowControl flow)
     case QSerialPort::SoftwareControl: return QStringLiteral("Xon/Xoff");
     }
     return QString();
-}
-
-void fillCombo(QComboBox *box, const QList<QPair<QString, QVariant>> &items)
-{
-    box->clear();
-    for (const auto &item : items)
-        box->addItem(item.first, item.second);
 }
 
 void selectData(QComboBox *box, const QVariant &data)
@@ -808,14 +774,12 @@ void SerialPortWidget::fillPortsParameters()
     ui->stopBitsLb->setText(tr("Stop Bits"));
     ui->flowTypeLb->setText(tr("Flow Type"));
 
-    fillCombo(ui->baudRateModeBox, {{"9600", 9600}, {"19200", 19200}, {"38400", 38400},
-                                    {"57600", 57600}, {"115200", 115200}, {tr("Custom"), QVariant()}});
-    fillCombo(ui->dataBitsServerAddressBox, {{"5", 5}, {"6", 6}, {"7", 7}, {"8", 8}});
+    fillChoices(ui->baudRateModeBox, baudRateChoices());
+    fillChoices(ui->dataBitsServerAddressBox, dataBitsChoices());
     ui->dataBitsServerAddressBox->setCurrentIndex(3);
-    fillCombo(ui->parityServerPortBox, {{tr("None"), 0}, {tr("Even"), 2}, {tr("Odd"), 3},
-                                        {tr("Mark"), 5}, {tr("Space"), 4}});
-    fillCombo(ui->stopBitsClientAddressBox, {{"1", 1}, {"2", 2}});
-    fillCombo(ui->flowControlClientPortBox, {{tr("None"), 0}, {tr("RTS/CTS"), 1}, {tr("XON/XOFF"), 2}});
+    fillChoices(ui->parityServerPortBox, parityChoices());
+    fillChoices(ui->stopBitsClientAddressBox, stopBitsChoices());
+    fillChoices(ui->flowControlClientPortBox, flowControlChoices());
     for (QComboBox *box : {ui->baudRateModeBox, ui->dataBitsServerAddressBox, ui->parityServerPortBox,
                            ui->stopBitsClientAddressBox, ui->flowControlClientPortBox})
         box->setEditable(false);
@@ -894,11 +858,11 @@ void SerialPortWidget::on_baudRateModeBox_currentTextChanged(const QString &text
         ui->parityServerPortBox->setCurrentText(port);
     } else if (text == QLatin1String("TCP Server")) {
         ui->dataBitsIpLb->setText(tr(" IP"));
-        setItems(ui->dataBitsServerAddressBox, addressNames());
+        setItems(ui->dataBitsServerAddressBox, localAddressNames());
         ui->parityServerPortBox->setCurrentText(port);
     } else if (text == QLatin1String("UDP Server")) {
         ui->dataBitsIpLb->setText(tr(" IP"));
-        setItems(ui->dataBitsServerAddressBox, addressNames());
+        setItems(ui->dataBitsServerAddressBox, localAddressNames());
         ui->parityServerPortBox->setCurrentText(QStringLiteral("60000"));
     } else if (udpClientLike) {
         ui->dataBitsIpLb->setText(tr("Dest Host"));
@@ -906,7 +870,7 @@ void SerialPortWidget::on_baudRateModeBox_currentTextChanged(const QString &text
                                                                                           : QStringLiteral("224.0.1.0"));
         ui->parityServerPortBox->setCurrentText(port);
         ui->stopBitsLb->setText(tr("Local IP"));
-        setItems(ui->stopBitsClientAddressBox, addressNames());
+        setItems(ui->stopBitsClientAddressBox, localAddressNames());
         ui->flowTypeLb->setText(tr("Local Port"));
         ui->flowControlClientPortBox->setEditable(true);
         ui->flowControlClientPortBox->setCurrentText(QStringLiteral("60001"));
@@ -976,7 +940,6 @@ void SerialPortWidget::onRefreshAvalablePorts()
             ui->portBox->setCurrentIndex(index);
         qCDebug(lcDefault) << "currnetSettings.name =" << currentSettings.name;
     }
-    refreshConnectionDisplay();
 }
 
 void SerialPortWidget::copyPanelChecks()
@@ -1228,8 +1191,8 @@ void SerialPortWidget::updateSettings()
     currentSettings.name = embracedString(ui->portBox->currentText());
     if (ui->portBox->currentText().startsWith(QStringLiteral("TCP"))) {
         const QString mode = ui->baudRateModeBox->currentText();
-        for (const ModeName &entry : modeNames) {
-            if (mode.startsWith(QLatin1String(entry.text))) {
+        for (const NetworkMode &entry : networkModes()) {
+            if (mode.startsWith(entry.name)) {
                 currentSettings.connMode = entry.mode;
                 break;
             }
@@ -1275,7 +1238,7 @@ void SerialPortWidget::updateDisplay()
     } else {
         ui->portBox->setCurrentIndex(ui->portBox->findText(networkEntry));
         on_portBox_currentIndexChanged(ui->portBox->currentIndex());
-        const QString mode = modeText(currentSettings.connMode);
+        const QString mode = networkModeName(currentSettings.connMode);
         if (!mode.isEmpty()) {
             if (ui->baudRateModeBox->findText(mode) < 0)
                 ui->baudRateModeBox->addItem(mode);

@@ -29,6 +29,41 @@
     </message>
 </context>
 <context>
+    <name>ConnectionChoices</name>
+    <message>
+        <source>Custom</source>
+        <translation>自定义</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Even</source>
+        <translation>偶校验</translation>
+    </message>
+    <message>
+        <source>Odd</source>
+        <translation>奇校验</translation>
+    </message>
+    <message>
+        <source>Mark</source>
+        <translation>标志校验</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>空格校验</translation>
+    </message>
+    <message>
+        <source>RTS/CTS</source>
+        <translation>RTS/CTS</translation>
+    </message>
+    <message>
+        <source>XON/XOFF</source>
+        <translation>XON/XOFF</translation>
+    </message>
+</context>
+<context>
     <name>DataLog</name>
     <message>
         <source>Cannot open log file %1: %2</source>
@@ -521,38 +556,6 @@ Do you want to save your changes?</source>
         <translation>Quorvane</translation>
     </message>
     <message>
-        <source>Custom</source>
-        <translation>自定义</translation>
-    </message>
-    <message>
-        <source>None</source>
-        <translation>无</translation>
-    </message>
-    <message>
-        <source>Even</source>
-        <translation>偶校验</translation>
-    </message>
-    <message>
-        <source>Odd</source>
-        <translation>奇校验</translation>
-    </message>
-    <message>
-        <source>Mark</source>
-        <translation>标志校验</translation>
-    </message>
-    <message>
-        <source>Space</source>
-        <translation>空格校验</translation>
-    </message>
-    <message>
-        <source>RTS/CTS</source>
-        <translation>RTS/CTS</translation>
-    </message>
-    <message>
-        <source>XON/XOFF</source>
-        <translation>XON/XOFF</translation>
-    </message>
-    <message>
         <source>Mode</source>
         <translation>模式</translation>
     </message>
@@ -837,38 +840,6 @@ Do you want to save your changes?</source>
     <message>
         <source> Display Buffer Size </source>
         <translation> 显示缓冲区大小 </translation>
-    </message>
-    <message>
-        <source>Custom</source>
-        <translation>自定义</translation>
-    </message>
-    <message>
-        <source>None</source>
-        <translation>无</translation>
-    </message>
-    <message>
-        <source>Even</source>
-        <translation>偶校验</translation>
-    </message>
-    <message>
-        <source>Odd</source>
-        <translation>奇校验</translation>
-    </message>
-    <message>
-        <source>Mark</source>
-        <translation>标志校验</translation>
-    </message>
-    <message>
-        <source>Space</source>
-        <translation>空格校验</translation>
-    </message>
-    <message>
-        <source>RTS/CTS</source>
-        <translation>RTS/CTS</translation>
-    </message>
-    <message>
-        <source>XON/XOFF</source>
-        <translation>XON/XOFF</translation>
     </message>
     <message>
         <source>Mode</source>

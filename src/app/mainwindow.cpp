@@ -68,8 +68,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
 
     ui->menuDebug->menuAction()->setVisible(false);
 
-    portCount = 1;
-    sessions[0] = new SerialPortWidget;
+    appendSession();
     ui->acViewQuickSettings->setChecked(true);
     createStatusBar();
     updateGrid();

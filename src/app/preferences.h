@@ -51,6 +51,9 @@ struct Preferences {
     QColor sendTextColor = Qt::black;
     QColor receiveTextColor = Qt::black;
     QStringList sendList;
+    bool enterSends = false;
+    bool clearAfterSend = false;
+    SendMacroList macros;
     bool openLastConnection = false;
     QStringList recentFiles;
     QString lastFile;

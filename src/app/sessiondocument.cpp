@@ -107,6 +107,9 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
     file.setValue(key(i, "FormatSend"), format.FormatSend);
     file.setValue(key(i, "AutoAddFeedLine"), format.AutoAddFeedLine);
     file.setValue(key(i, "SendList"), format.SendList);
+    file.setValue(key(i, "EnterSends"), format.EnterSends);
+    file.setValue(key(i, "ClearAfterSend"), format.ClearAfterSend);
+    file.setValue(key(i, "SendMacros"), macrosToText(format.Macros));
     report(progress, 30);
     file.setValue(key(i, "LogSaveFlag"), format.LogSaveFlag);
     file.setValue(key(i, "LogFilePath"), format.LogFilePath);
@@ -151,6 +154,9 @@ void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting
     format.FormatSend = intFlag(file, i, "FormatSend");
     format.AutoAddFeedLine = file.value(key(i, "AutoAddFeedLine")).toBool();
     format.SendList = file.value(key(i, "SendList")).toStringList();
+    format.EnterSends = file.value(key(i, "EnterSends")).toBool();
+    format.ClearAfterSend = file.value(key(i, "ClearAfterSend")).toBool();
+    format.Macros = macrosFromText(file.value(key(i, "SendMacros")).toString());
     format.LogSaveFlag = intFlag(file, i, "LogSaveFlag");
     format.LogFilePath = file.value(key(i, "LogFilePath")).toString();
     format.LogTimestampEnabled = file.value(key(i, "LogTimestampEnabled")).toBool();

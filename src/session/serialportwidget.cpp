@@ -11,12 +11,16 @@
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUdpSocket>
+#include <QVBoxLayout>
 
 #include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/serialportlist.h"
 #include "common/texthelpers.h"
 #include "net/multiclientserver.h"
+#include "send/hexinputfeedback.h"
+#include "send/macrobar.h"
+#include "send/sendboxcontroller.h"
 #include "session/sendencoder.h"
 #include "session/viewappender.h"
 
@@ -100,6 +104,7 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     formatSetting.SendInterval = ui->sendIntervelSB->value();
 
     initTimers();
+    initSendTools();
     createStatusBar();
     const QList<SerialPortItem> ports = listedSerialPorts();
     fillPortsInfo(ports);
@@ -138,6 +143,36 @@ void SerialPortWidget::initTimers()
     portScanTimer = makeTimer(1000, &SerialPortWidget::onRefreshAvalablePorts);
     refreshTimer->start();
     portScanTimer->start();
+}
+
+// The console keys, hex feedback and macro bar around the send box.
+void SerialPortWidget::initSendTools()
+{
+    sendBoxController = new SendBoxController(ui->textEdit, [this] { return formatSetting.SendList; }, ui->sendArea);
+    ui->sendButtonsLayout->insertWidget(ui->sendButtonsLayout->indexOf(ui->sendBox) + 1,
+                                        sendBoxController->optionsWidget());
+    connect(sendBoxController, &SendBoxController::sendRequested, this, &SerialPortWidget::on_sendButton_clicked);
+    connect(sendBoxController, &SendBoxController::optionsChanged, this, [this] {
+        formatSetting.EnterSends = sendBoxController->enterSends();
+        formatSetting.ClearAfterSend = sendBoxController->clearAfterSend();
+    });
+
+    auto *hexHint = new QLabel(ui->sendArea);
+    hexHint->setObjectName(QStringLiteral("hexSendHint"));
+    hexInputMarker = new HexInputMarker(ui->textEdit, hexHint, this);
+    connect(ui->hexSendRadio, &QRadioButton::toggled, hexInputMarker, &HexInputMarker::setHexMode);
+
+    macroBar = new MacroBar(this, ui->sendArea);
+    connect(macroBar, &MacroBar::sendRequested, this, &SerialPortWidget::sendBytes);
+    connect(macroBar, &MacroBar::macrosEdited, this, [this] { formatSetting.Macros = macroBar->macros(); });
+
+    auto *boxColumn = new QVBoxLayout;
+    const int boxAt = ui->sendLayout->indexOf(ui->textEdit);
+    ui->sendLayout->removeWidget(ui->textEdit);
+    boxColumn->addWidget(macroBar);
+    boxColumn->addWidget(ui->textEdit, 1);
+    boxColumn->addWidget(hexHint);
+    ui->sendLayout->insertLayout(boxAt, boxColumn, 1);
 }
 
 // ---------------------------------------------------------------------------
@@ -231,6 +266,7 @@ QString SerialPortWidget::shownPortName() const
 void SerialPortWidget::stop()
 {
     m_runState = Stopped;
+    macroBar->stopRepeats();
     readTimer->stop();
     sendTimer->stop();
     saveTimer->stop();
@@ -440,14 +476,25 @@ QByteArray SerialPortWidget::encodeSendData(const QString &text, bool rewriteBox
     if (options.hexMode && rewriteBox && ui->textEdit->toPlainText() != encoded.boxText)
         ui->textEdit->setPlainText(encoded.boxText);
 
-    sentCount += encoded.bytes.size();
     formatSetting.SendList = addToSendHistory(formatSetting.SendList, encoded.historyEntry);
-    if (formatSetting.DisplaySendMsg && !encoded.bytes.isEmpty()) {
-        pushByteArray(encoded.bytes, false, TX);
-        displayPortBuffer();
-    }
+    recordSent(encoded.bytes);
     updateSendListDisplay();
     return encoded.bytes;
+}
+
+void SerialPortWidget::recordSent(const QByteArray &data)
+{
+    sentCount += data.size();
+    if (formatSetting.DisplaySendMsg && !data.isEmpty()) {
+        pushByteArray(data, false, TX);
+        displayPortBuffer();
+    }
+}
+
+void SerialPortWidget::sendBytes(const QByteArray &data)
+{
+    recordSent(data);
+    sendMessage(data);
 }
 
 void SerialPortWidget::updateSendListDisplay()
@@ -499,6 +546,7 @@ void SerialPortWidget::serialPortSend(const QByteArray &data)
 void SerialPortWidget::on_sendButton_clicked()
 {
     sendMessage(encodeSendData(ui->textEdit->toPlainText()));
+    sendBoxController->sent();
 }
 
 void SerialPortWidget::on_sendBox_activated(int index)
@@ -1263,4 +1311,7 @@ void SerialPortWidget::updateDisplay()
     }
     updateSplitterSizes({formatSetting.SplitterLeft, formatSetting.SplitterRight});
     updateSendListDisplay();
+    sendBoxController->setOptions(formatSetting.EnterSends, formatSetting.ClearAfterSend);
+    if (macroBar->macros() != formatSetting.Macros)
+        macroBar->setMacros(formatSetting.Macros);
 }

@@ -21,6 +21,9 @@ class QTimer;
 class QUdpSocket;
 class QIntValidator;
 class MultiClientServer;
+class HexInputMarker;
+class MacroBar;
+class SendBoxController;
 class ViewAppender;
 struct SerialPortItem;
 
@@ -89,6 +92,9 @@ public:
 
     QByteArray encodeSendData(const QString &text);
     void sendMessage(const QByteArray &data);
+    // Bytes that bypass the send box (macros, files): counted, shown as
+    // sent and handed to the transport, without history.
+    void sendBytes(const QByteArray &data);
 
 public slots:
     void onReadData();
@@ -125,6 +131,8 @@ private slots:
 
 private:
     void initTimers();
+    void initSendTools();
+    void recordSent(const QByteArray &data);
     void createStatusBar();
     void updateCommonStatus();
     void fillPortsInfo();
@@ -180,6 +188,10 @@ private:
     ChunkRenderer renderer;
     ViewAppender *viewAppender = nullptr;
     DataLog dataLog;
+
+    SendBoxController *sendBoxController = nullptr;
+    HexInputMarker *hexInputMarker = nullptr;
+    MacroBar *macroBar = nullptr;
 
     qint64 receivedCount = 0;
     qint64 sentCount = 0;

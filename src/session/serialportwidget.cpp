@@ -1,6 +1,7 @@
 #include "session/serialportwidget.h"
 #include "ui_serialportwidget.h"
 
+#include <QHBoxLayout>
 #include <QHostAddress>
 #include <QIntValidator>
 #include <QKeyEvent>
@@ -18,6 +19,8 @@
 #include "common/serialportlist.h"
 #include "common/texthelpers.h"
 #include "net/multiclientserver.h"
+#include "send/filesender.h"
+#include "send/filesendpanel.h"
 #include "send/hexinputfeedback.h"
 #include "send/macrobar.h"
 #include "send/sendboxcontroller.h"
@@ -166,12 +169,18 @@ void SerialPortWidget::initSendTools()
     connect(macroBar, &MacroBar::sendRequested, this, &SerialPortWidget::sendBytes);
     connect(macroBar, &MacroBar::macrosEdited, this, [this] { formatSetting.Macros = macroBar->macros(); });
 
+    fileSender = new FileSender([this] { return sendBacklog(); }, this);
+    connect(fileSender, &FileSender::chunkReady, this, &SerialPortWidget::sendFileChunk);
+
+    auto *belowBox = new QHBoxLayout;
+    belowBox->addWidget(hexHint);
+    belowBox->addWidget(new FileSendPanel(fileSender, ui->sendArea), 1);
     auto *boxColumn = new QVBoxLayout;
     const int boxAt = ui->sendLayout->indexOf(ui->textEdit);
     ui->sendLayout->removeWidget(ui->textEdit);
     boxColumn->addWidget(macroBar);
     boxColumn->addWidget(ui->textEdit, 1);
-    boxColumn->addWidget(hexHint);
+    boxColumn->addLayout(belowBox);
     ui->sendLayout->insertLayout(boxAt, boxColumn, 1);
 }
 
@@ -477,24 +486,53 @@ QByteArray SerialPortWidget::encodeSendData(const QString &text, bool rewriteBox
         ui->textEdit->setPlainText(encoded.boxText);
 
     formatSetting.SendList = addToSendHistory(formatSetting.SendList, encoded.historyEntry);
-    recordSent(encoded.bytes);
+    recordSent(encoded.bytes, encoded.bytes.size());
     updateSendListDisplay();
     return encoded.bytes;
 }
 
-void SerialPortWidget::recordSent(const QByteArray &data)
+void SerialPortWidget::recordSent(const QByteArray &data, qsizetype shownBytes)
 {
     sentCount += data.size();
-    if (formatSetting.DisplaySendMsg && !data.isEmpty()) {
-        pushByteArray(data, false, TX);
+    if (formatSetting.DisplaySendMsg && !data.isEmpty() && shownBytes > 0) {
+        pushByteArray(data.left(shownBytes), false, TX);
         displayPortBuffer();
     }
 }
 
 void SerialPortWidget::sendBytes(const QByteArray &data)
 {
-    recordSent(data);
+    recordSent(data, data.size());
     sendMessage(data);
+}
+
+// Only the start of a file is shown, so a large one cannot flood the view;
+// the file panel sums up the rest.
+void SerialPortWidget::sendFileChunk(const QByteArray &chunk, qint64 offset)
+{
+    const qint64 shownLimit = 64 << 10;
+    recordSent(chunk, qsizetype(qMax<qint64>(0, shownLimit - offset)));
+    sendMessage(chunk);
+}
+
+qint64 SerialPortWidget::sendBacklog() const
+{
+    switch (currentSettings.connMode) {
+    case SerialPortMode:
+        return serial->isOpen() ? serial->bytesToWrite() : -1;
+    case TcpClientMode:
+        return tcpSocket && tcpSocket->state() == QAbstractSocket::ConnectedState ? tcpSocket->bytesToWrite() : -1;
+    case TcpServerMode:
+        if (QTcpSocket *client = selectedClient())
+            return client->bytesToWrite();
+        return -1;
+    case UdpServerMode:
+    case UdpClientMode:
+    case UdpGroupMode:
+        return udpSocket && udpSocket->state() == QAbstractSocket::BoundState ? 0 : -1;
+    default:
+        return -1;
+    }
 }
 
 void SerialPortWidget::updateSendListDisplay()
@@ -735,14 +773,19 @@ void SerialPortWidget::tcpClientSend(const QByteArray &data)
         tcpSocket->write(data);
 }
 
-void SerialPortWidget::tcpServerSend(const QByteArray &data)
+QTcpSocket *SerialPortWidget::selectedClient() const
 {
     if (!tcpServer || ui->clientTw->topLevelItemCount() == 0)
-        return;
+        return nullptr;
     const int row = qMax(0, ui->clientTw->currentIndex().row());
     const QList<QTcpSocket *> clients = tcpServer->clients();
-    if (row < clients.size())
-        clients.at(row)->write(data);
+    return row < clients.size() ? clients.at(row) : nullptr;
+}
+
+void SerialPortWidget::tcpServerSend(const QByteArray &data)
+{
+    if (QTcpSocket *client = selectedClient())
+        client->write(data);
 }
 
 void SerialPortWidget::udpSend(const QByteArray &data)

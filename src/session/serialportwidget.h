@@ -22,6 +22,7 @@ class QUdpSocket;
 class QIntValidator;
 class MultiClientServer;
 class HexInputMarker;
+class FileSender;
 class MacroBar;
 class SendBoxController;
 class ViewAppender;
@@ -132,7 +133,11 @@ private slots:
 private:
     void initTimers();
     void initSendTools();
-    void recordSent(const QByteArray &data);
+    void recordSent(const QByteArray &data, qsizetype shownBytes);
+    void sendFileChunk(const QByteArray &chunk, qint64 offset);
+    // Bytes the transport still holds; negative when it cannot send now.
+    qint64 sendBacklog() const;
+    QTcpSocket *selectedClient() const;
     void createStatusBar();
     void updateCommonStatus();
     void fillPortsInfo();
@@ -192,6 +197,7 @@ private:
     SendBoxController *sendBoxController = nullptr;
     HexInputMarker *hexInputMarker = nullptr;
     MacroBar *macroBar = nullptr;
+    FileSender *fileSender = nullptr;
 
     qint64 receivedCount = 0;
     qint64 sentCount = 0;

@@ -75,6 +75,157 @@
     </message>
 </context>
 <context>
+    <name>FileSendPanel</name>
+    <message>
+        <source>Send File...</source>
+        <translation>发送文件...</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Send File</source>
+        <translation>发送文件</translation>
+    </message>
+    <message>
+        <source>Cannot read %1: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>Sending %1</source>
+        <translation>正在发送 %1</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 bytes sent</source>
+        <translation>%1：已发送 %2 / %3 字节</translation>
+    </message>
+    <message>
+        <source>%1 (cancelled)</source>
+        <translation>%1（已取消）</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
+    </message>
+</context>
+<context>
+    <name>FileSender</name>
+    <message>
+        <source>The connection cannot send</source>
+        <translation>连接无法发送</translation>
+    </message>
+</context>
+<context>
+    <name>HexInputMarker</name>
+    <message>
+        <source>1 byte: %1</source>
+        <translation>1 字节：%1</translation>
+    </message>
+    <message>
+        <source>%1 bytes: %2</source>
+        <translation>%1 字节：%2</translation>
+    </message>
+</context>
+<context>
+    <name>MacroBar</name>
+    <message>
+        <source>Macros...</source>
+        <translation>宏...</translation>
+    </message>
+    <message>
+        <source>Add, edit, reorder and remove the macro buttons</source>
+        <translation>添加、编辑、排序和删除宏按钮</translation>
+    </message>
+</context>
+<context>
+    <name>MacroEditorDialog</name>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>下移</translation>
+    </message>
+    <message>
+        <source>Macros</source>
+        <translation>宏</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>Hex</source>
+        <translation>十六进制</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Low byte first</source>
+        <translation>低字节在前</translation>
+    </message>
+    <message>
+        <source>High byte first</source>
+        <translation>高字节在前</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> 毫秒</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Payload</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>格式</translation>
+    </message>
+    <message>
+        <source>Line ending</source>
+        <translation>行尾</translation>
+    </message>
+    <message>
+        <source>Checksum</source>
+        <translation>校验</translation>
+    </message>
+    <message>
+        <source>Byte order</source>
+        <translation>字节序</translation>
+    </message>
+    <message>
+        <source>Repeat every</source>
+        <translation>重复周期</translation>
+    </message>
+    <message>
+        <source>Sends</source>
+        <translation>发送</translation>
+    </message>
+    <message>
+        <source>Macro %1</source>
+        <translation>宏 %1</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Quorvane</source>
@@ -423,6 +574,21 @@ Do you want to save your changes?</source>
     <message>
         <source>Bridger</source>
         <translation>桥接</translation>
+    </message>
+</context>
+<context>
+    <name>SendBoxController</name>
+    <message>
+        <source>Enter sends</source>
+        <translation>回车发送</translation>
+    </message>
+    <message>
+        <source>Clear after send</source>
+        <translation>发送后清空</translation>
+    </message>
+    <message>
+        <source>Enter sends the box and Shift+Enter breaks the line; Ctrl+Enter always sends</source>
+        <translation>回车发送输入框内容，Shift+回车换行；Ctrl+回车总是发送</translation>
     </message>
 </context>
 <context>

@@ -73,6 +73,40 @@ private slots:
         QTEST(columns, "columns");
     }
 
+    // Whatever the layout, sixteen sessions keep the window within a
+    // 1280x800 screen: each session keeps its minimum size and the
+    // workspace scrolls instead.
+    void sixteenSessionsFitTheScreen_data()
+    {
+        QTest::addColumn<QByteArray>("layoutAction");
+        for (const char *layout : {"acViewHorizontal", "acViewVertical", "acViewGrid", "acViewCustom"})
+            QTest::newRow(layout) << QByteArray(layout);
+    }
+
+    void sixteenSessionsFitTheScreen()
+    {
+        QFETCH(QByteArray, layoutAction);
+        const QSize screen(1280, 800);
+        ScriptedWindow window;
+        window.sessionsPerRowAnswer = 4;
+        window.resize(screen);
+        window.show();
+        addSessions(window, MainWindow::MaxSessions);
+        action(window, layoutAction.constData())->trigger();
+        action(window, "acViewQuickSettings")->trigger();
+        QCoreApplication::processEvents();
+        QCOMPARE(window.size(), screen);
+        QVERIFY2(screen.expandedTo(window.minimumSizeHint()) == screen,
+                 qPrintable(QStringLiteral("minimum %1x%2").arg(window.minimumSizeHint().width())
+                                .arg(window.minimumSizeHint().height())));
+        for (int i = 0; i < window.sessionCount(); ++i) {
+            const SerialPortWidget *session = window.session(i);
+            QVERIFY(session->isVisible());
+            QVERIFY(session->width() >= session->minimumSizeHint().width());
+            QVERIFY(session->height() >= session->minimumSizeHint().height());
+        }
+    }
+
     void statusBarOnlyWithOneSession()
     {
         ScriptedWindow window;

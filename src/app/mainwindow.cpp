@@ -3,7 +3,7 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -13,6 +13,7 @@
 #include <QLocale>
 #include <QProcess>
 #include <QProgressBar>
+#include <QScrollArea>
 #include <QSerialPortInfo>
 #include <QSettings>
 #include <QTimer>
@@ -27,6 +28,7 @@
 #include "session/serialportwidget.h"
 #include "tools/asciicode.h"
 #include "tools/toolbox.h"
+#include "workspace/sessiontitlebar.h"
 
 namespace {
 
@@ -52,10 +54,12 @@ QString folderOf(const QString &fileName)
 
 } // namespace
 
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWindow)
+MainWindow::MainWindow(QWidget *parent, const QString &startDocument)
+    : QMainWindow(parent), ui(new Ui::MainWindow)
 {
     ui->setupUi(this);
     createRecentFileActions();
+    adoptWorkspaceIntoScrollArea();
 
     displayTimer = new QTimer(this);
     connect(displayTimer, &QTimer::timeout, this, &MainWindow::onUpdateDisplay);
@@ -85,7 +89,9 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     setWindowTitle(AppTitle + QStringLiteral("[*]"));
 
     const QString lastDocument = prefs.recentFiles.value(0);
-    if (prefs.openLastConnection && !lastDocument.isEmpty() && QFileInfo::exists(lastDocument))
+    if (!startDocument.isEmpty())
+        loadFile(startDocument);
+    else if (prefs.openLastConnection && !lastDocument.isEmpty() && QFileInfo::exists(lastDocument))
         loadFile(lastDocument);
 
     runState = Stopped;
@@ -110,6 +116,31 @@ MainWindow::~MainWindow()
 SerialPortWidget *MainWindow::session(int index) const
 {
     return index >= 0 && index < portCount ? sessions[size_t(index)] : nullptr;
+}
+
+int MainWindow::indexOfSession(const SerialPortWidget *wanted) const
+{
+    for (int i = 0; i < portCount; ++i) {
+        if (sessions[size_t(i)] == wanted)
+            return i;
+    }
+    return -1;
+}
+
+SerialPortWidget *MainWindow::maximizedWorkspaceSession() const
+{
+    return maximizedSession;
+}
+
+// The session Close Session and Clear Session act on: the one given the
+// whole workspace, else the one that last held the keyboard focus.
+SerialPortWidget *MainWindow::currentSession() const
+{
+    if (maximizedSession)
+        return maximizedSession;
+    if (indexOfSession(focusedSession) >= 0)
+        return focusedSession;
+    return portCount == 1 ? sessions[0] : nullptr;
 }
 
 // --- hooks ---------------------------------------------------------------
@@ -162,6 +193,24 @@ void MainWindow::createRecentFileActions()
         connect(action, &QAction::triggered, this, &MainWindow::openRecentFile);
         ui->fileMenu->insertAction(separatorAboveExit, action);
     }
+}
+
+// Sessions keep a usable size and the workspace scrolls, so that no number
+// of sessions pushes the window past the screen.
+void MainWindow::adoptWorkspaceIntoScrollArea()
+{
+    auto *scrollArea = new QScrollArea;
+    scrollArea->setObjectName(QStringLiteral("workspaceScrollArea"));
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidget(takeCentralWidget());
+    setCentralWidget(scrollArea);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        for (int i = 0; i < portCount; ++i) {
+            if (sessions[size_t(i)]->isAncestorOf(now))
+                focusedSession = sessions[size_t(i)];
+        }
+    });
 }
 
 void MainWindow::createStatusBar()
@@ -229,7 +278,37 @@ SerialPortWidget *MainWindow::appendSession()
     auto *session = new SerialPortWidget;
     sessions[size_t(portCount)] = session;
     ++portCount;
+    const QPointer<SerialPortWidget> guarded(session);
+    SessionTitleBar *titleBar = session->sessionTitleBar();
+    // Queued: the session goes away with the button that asked for it.
+    connect(titleBar, &SessionTitleBar::closeRequested, this, [this, guarded] { removeSession(guarded); },
+            Qt::QueuedConnection);
+    connect(titleBar, &SessionTitleBar::maximizeToggled, this, [this, guarded] { toggleMaximized(guarded); });
     return session;
+}
+
+void MainWindow::removeSession(SerialPortWidget *session)
+{
+    const int index = indexOfSession(session);
+    if (index < 0 || portCount < 2)
+        return;
+    destroySession(index);
+    std::move(sessions.begin() + index + 1, sessions.begin() + portCount, sessions.begin() + index);
+    --portCount;
+    sessions[size_t(portCount)] = nullptr;
+    if (ui->acViewHorizontal->isChecked())
+        portNumberPerColumn = portCount;
+    updateGrid();
+    setWindowModified(true);
+    qCDebug(lcDefault) << "removeSession: Port Number =" << portCount;
+}
+
+void MainWindow::toggleMaximized(SerialPortWidget *session)
+{
+    if (indexOfSession(session) < 0)
+        return;
+    maximizedSession = maximizedSession == session ? nullptr : session;
+    updateGrid();
 }
 
 void MainWindow::destroySession(int index)
@@ -274,8 +353,13 @@ void MainWindow::updateGrid()
     const QList<int> splitterSizes = ui->acViewQuickSettings->isChecked()
                                          ? QList<int>{prefs.splitterLeft, prefs.splitterRight}
                                          : CollapsedPanel;
-    for (int i = 0; i < portCount; ++i)
-        sessions[size_t(i)]->updateSplitterSizes(splitterSizes);
+    for (int i = 0; i < portCount; ++i) {
+        SerialPortWidget *session = sessions[size_t(i)];
+        session->updateSplitterSizes(splitterSizes);
+        session->sessionTitleBar()->setClosable(portCount > 1);
+        if (maximizedSession && session != maximizedSession)
+            session->hide();
+    }
 }
 
 void MainWindow::start(const QString &name)
@@ -309,6 +393,7 @@ void MainWindow::chooseLayout(QAction *layoutAction, int sessionsPerRow)
     for (QAction *action : {ui->acViewHorizontal, ui->acViewVertical, ui->acViewGrid, ui->acViewCustom})
         action->setChecked(action == layoutAction);
     portNumberPerColumn = sessionsPerRow;
+    maximizedSession = nullptr;
     updateGrid();
 }
 
@@ -384,6 +469,22 @@ void MainWindow::on_acEditRemove_triggered()
         setWindowModified(true);
     }
     qCDebug(lcDefault) << "on_acEditRemove_triggered: Port Number =" << portCount;
+}
+
+void MainWindow::on_acEditCloseSession_triggered()
+{
+    if (SerialPortWidget *current = currentSession())
+        removeSession(current);
+    else
+        sessions[0]->showMessage(tr("Click into the session to close first"), 2000);
+}
+
+void MainWindow::on_acEditClearSession_triggered()
+{
+    if (SerialPortWidget *current = currentSession())
+        current->clear();
+    else
+        sessions[0]->showMessage(tr("Click into the session to clear first"), 2000);
 }
 
 void MainWindow::on_acMonStart_triggered()
@@ -512,6 +613,10 @@ void MainWindow::onUpdateDisplay()
     }
 
     ui->acEditAdd->setEnabled(portCount != MaxSessions);
+    ui->acEditCloseSession->setEnabled(portCount > 1);
+    SerialPortWidget *current = portCount > 1 ? currentSession() : nullptr;
+    for (int i = 0; i < portCount; ++i)
+        sessions[size_t(i)]->sessionTitleBar()->setCurrent(sessions[size_t(i)] == current);
     ui->acMonStart->setChecked(runState == Running);
     ui->acEditPause->setChecked(runState == Paused);
     ui->acMonStop->setChecked(runState == Stopped);
@@ -837,6 +942,14 @@ void MainWindow::open()
         prefs.lastDirectory = folderOf(curFile);
     if (!fileName.isEmpty())
         loadFile(fileName);
+}
+
+void MainWindow::openDocument(const QString &fileName)
+{
+    if (!okToContinue())
+        return;
+    prefs.lastDirectory = folderOf(fileName);
+    loadFile(fileName);
 }
 
 void MainWindow::openRecentFile()

@@ -21,6 +21,7 @@ SessionTitleBar::SessionTitleBar(QWidget *parent) : QWidget(parent)
     setObjectName(QStringLiteral("sessionTitleBar"));
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::AlternateBase);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setToolTip(tr("Double-click to give this session the whole workspace, or to give it back"));
 
     lampLabel = new QLabel(this);

@@ -21,6 +21,7 @@
 
 #include "common/logging.h"
 #include "common/serialportlist.h"
+#include "common/statuscolors.h"
 #include "common/texthelpers.h"
 #include "dialogs/multiportsettingdlg.h"
 #include "dialogs/newconnection.h"
@@ -33,7 +34,6 @@
 namespace {
 
 const QString AppTitle = QStringLiteral("Quorvane");
-const QString DocumentFilter = QStringLiteral("Quorvane files (*.qvn)");
 const QString HomepageUrl = QStringLiteral("https://www.verdane.example/quorvane");
 const QList<int> CollapsedPanel = {0, 100};
 
@@ -53,6 +53,11 @@ QString folderOf(const QString &fileName)
 }
 
 } // namespace
+
+QString MainWindow::documentFilter()
+{
+    return tr("Quorvane files (*.qvn)");
+}
 
 MainWindow::MainWindow(QWidget *parent, const QString &startDocument)
     : QMainWindow(parent), ui(new Ui::MainWindow)
@@ -645,7 +650,7 @@ void MainWindow::updateStatusBar()
         qCDebug(lcDefault) << "updateStatusBar: " << first->lastErrorText();
         first->clearNewError();
         errorTimer->start(5000);
-        errorLabel->setText(QStringLiteral("<font color = red> %1 </font>").arg(first->lastErrorText()));
+        errorLabel->setText(StatusColors::html(QLatin1Char(' ') + first->lastErrorText(), false, palette()));
     }
 }
 
@@ -895,7 +900,7 @@ bool MainWindow::save()
 
 bool MainWindow::saveAs()
 {
-    QString fileName = chooseSaveFile(tr("Save Quorvane"), prefs.lastDirectory, DocumentFilter);
+    QString fileName = chooseSaveFile(tr("Save Quorvane"), prefs.lastDirectory, documentFilter());
     if (fileName.isEmpty())
         return false;
     prefs.lastDirectory = folderOf(fileName);
@@ -936,7 +941,7 @@ void MainWindow::open()
 {
     if (!okToContinue())
         return;
-    const QString fileName = chooseOpenFile(tr("Open Quorvane"), prefs.lastDirectory, DocumentFilter);
+    const QString fileName = chooseOpenFile(tr("Open Quorvane"), prefs.lastDirectory, documentFilter());
     // The folder remembered is that of the document open before this command.
     if (!curFile.isEmpty())
         prefs.lastDirectory = folderOf(curFile);

@@ -33,7 +33,7 @@ QColor bad(const QPalette &palette)
 
 QColor warning(const QPalette &palette)
 {
-    return isDark(palette) ? QColor(0xf0, 0xc0, 0x40) : QColor(0xc0, 0x80, 0x00);
+    return isDark(palette) ? QColor(0xf0, 0xc0, 0x40) : QColor(0xa0, 0x68, 0x00);
 }
 
 QString html(const QString &text, bool ok, const QPalette &palette)

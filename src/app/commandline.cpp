@@ -9,9 +9,9 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     parser.setApplicationDescription(tr("Terminal for serial ports and simple network links."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addPositionalArgument(tr("document-or-port"),
+    parser.addPositionalArgument(tr("document|port"),
                                  tr("A session document (.qvn) to open, or the serial port to start on."),
-                                 tr("[document-or-port]"));
+                                 tr("[document|port]"));
 
     CommandLine result;
     if (!parser.parse(arguments)) {
@@ -20,7 +20,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
                         + tr("Try '%1 --help' for more information.").arg(QFileInfo(arguments.value(0)).fileName());
         return result;
     }
-    if (parser.isSet(help)) {
+    if (parser.isSet(help) || parser.isSet(QStringLiteral("help-all"))) {
         result.action = ShowHelp;
         result.output = parser.helpText();
         return result;

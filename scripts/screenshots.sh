@@ -122,4 +122,8 @@ sed -i 's/^ValueL=.*/ValueL=2/; s/^OpenLastConnection=.*/OpenLastConnection=fals
 "$app" "$doc16" & pid=$!
 wait_window 'sixteen'
 shot sixteen-grid.png
+# The first session's title bar sits under the menu and tool bars.
+xdotool mousemove $((X + 150)) $((Y + 79)) click --repeat 2 --delay 80 1
+sleep 1
+shot sixteen-one.png
 quit_app

@@ -66,6 +66,8 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     ui->setupUi(this);
     titleBar = new SessionTitleBar(this);
     ui->verticalLayout->insertWidget(0, titleBar);
+    // Room beyond the minimum goes to the traffic, not to the bars around it.
+    ui->verticalLayout->setStretchFactor(ui->splitter, 1);
     ui->splitter_data->setStretchFactor(0, 3);
     ui->splitter_data->setStretchFactor(1, 1);
     viewAppender = new ViewAppender(ui->receiveView);

@@ -4,21 +4,21 @@ StatusTexts::Status StatusTexts::socketState(QAbstractSocket::SocketState state,
 {
     switch (state) {
     case QAbstractSocket::UnconnectedState:
-        return {tr("The socket is not connected"), false};
+        return {QStringLiteral("The socket is not connected"), false};
     case QAbstractSocket::HostLookupState:
-        return {tr("The socket is performing a host name lookup."), false};
+        return {QStringLiteral("The socket is performing a host name lookup."), false};
     case QAbstractSocket::ConnectingState:
-        return {tr("The socket has started establishing a connection..."), false};
+        return {QStringLiteral("The socket has started establishing a connection..."), false};
     case QAbstractSocket::ConnectedState:
-        return {tr("Connection is established."), true};
+        return {QStringLiteral("Connection is established."), true};
     case QAbstractSocket::BoundState:
         if (!boundText.isEmpty())
             return {boundText, true};
-        return {tr("The socket is bound to an address and port."), false};
+        return {QStringLiteral("The socket is bound to an address and port."), false};
     case QAbstractSocket::ListeningState:
-        return {tr("For internal use only."), false};
+        return {QStringLiteral("For internal use only."), false};
     case QAbstractSocket::ClosingState:
-        return {tr("The socket is about to close (data may still be waiting to be written)."), false};
+        return {QStringLiteral("The socket is about to close (data may still be waiting to be written)."), false};
     }
     return {};
 }

@@ -6,8 +6,9 @@
 #include <QSerialPort>
 #include <QString>
 
-// The connection texts a session shows in its status bar, in the user's
-// language. ok tells whether the text is shown in the good colour.
+// The connection texts a session shows in its status bar. ok tells whether
+// the text is shown in the good colour. The socket state names stay in
+// English in every language; the other texts are translated.
 class StatusTexts
 {
     Q_DECLARE_TR_FUNCTIONS(StatusTexts)

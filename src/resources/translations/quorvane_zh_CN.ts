@@ -999,34 +999,6 @@ Do you want to save your changes?</source>
 <context>
     <name>StatusTexts</name>
     <message>
-        <source>The socket is not connected</source>
-        <translation>套接字未连接</translation>
-    </message>
-    <message>
-        <source>The socket is performing a host name lookup.</source>
-        <translation>套接字正在查找主机名。</translation>
-    </message>
-    <message>
-        <source>The socket has started establishing a connection...</source>
-        <translation>套接字正在建立连接...</translation>
-    </message>
-    <message>
-        <source>Connection is established.</source>
-        <translation>连接已建立。</translation>
-    </message>
-    <message>
-        <source>The socket is bound to an address and port.</source>
-        <translation>套接字已绑定到地址和端口。</translation>
-    </message>
-    <message>
-        <source>For internal use only.</source>
-        <translation>仅供内部使用。</translation>
-    </message>
-    <message>
-        <source>The socket is about to close (data may still be waiting to be written).</source>
-        <translation>套接字即将关闭（可能仍有数据等待写出）。</translation>
-    </message>
-    <message>
         <source>UDP socket is bound to %1:%2.</source>
         <translation>UDP 套接字已绑定到 %1:%2。</translation>
     </message>

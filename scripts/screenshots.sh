@@ -8,6 +8,9 @@
 #   chinese-grid.png   the same workspace with the Chinese interface
 #   send-tools.png     one session with macros, hex send and a marked typo
 #   macro-editor.png   its macro editor
+#   sixteen-grid.png   sixteen sessions in a grid, the document named on the
+#                      command line (the workspace scrolls, the window fits)
+#   sixteen-one.png    one of them given the whole workspace (double-click)
 # Fails when a window never appears or the program exits with an error.
 # Usage: scripts/screenshots.sh [output folder]   (Linux, X11 tools needed)
 set -euo pipefail
@@ -153,4 +156,24 @@ echo "wrote $out/macro-editor.png"
 xdotool key Escape
 sleep 0.5
 wait_window 'macros'
+quit_app
+
+# Sixteen sessions, two per row, some of them network sessions, opened as a
+# document named on the command line with the last document not restored.
+doc16="$work/sixteen.qvn"
+printf '[General]\nPortNumber=16\nColumnNumber=2\nQuickView=false\n' > "$doc16"
+for i in $(seq 0 15); do
+    mode=0
+    (( i % 4 == 1 )) && mode=2
+    printf '[%s]\nConnMode=%s\nPortName=COM%s\nBaudRate=115200\nDataBits=8\nStopBits=1\nReceiveMsgForamt=2\nLogFontFamily=Monospace\nLogFontSize=10\nSplitterLeft=0\nSplitterRight=100\nLastTargetHost=10.0.0.%s\nLastTargetPort=502\n' \
+        "$i" "$mode" "$((i + 1))" "$((i + 1))" >> "$doc16"
+done
+sed -i 's/^ValueL=.*/ValueL=2/; s/^OpenLastConnection=.*/OpenLastConnection=false/' "$store"
+"$app" "$doc16" & pid=$!
+wait_window 'sixteen'
+shot sixteen-grid.png
+# The first session's title bar sits under the menu and tool bars.
+xdotool mousemove $((X + 150)) $((Y + 79)) click --repeat 2 --delay 80 1
+sleep 1
+shot sixteen-one.png
 quit_app

@@ -5,6 +5,7 @@
 #include <QSettings>
 
 #include "common/logging.h"
+#include "common/texthelpers.h"
 
 namespace {
 
@@ -135,8 +136,8 @@ void Preferences::write(QSettings &store) const
     set("LastDisplayFontFamily", fontFamily);
     set("LastDisplayFontSize", fontSize);
     set("LastFormatDisplayColor", formatDisplayColor);
-    set("LastSendTextColor", sendTextColor.name());
-    set("LastReceiveTextColor", receiveTextColor.name());
+    set("LastSendTextColor", storedColorName(sendTextColor));
+    set("LastReceiveTextColor", storedColorName(receiveTextColor));
     set("SendList", sendList);
     set("EnterSends", enterSends);
     set("ClearAfterSend", clearAfterSend);

@@ -48,8 +48,9 @@ struct Preferences {
     QString fontFamily = QStringLiteral("Consolas");
     qint32 fontSize = 12;
     bool formatDisplayColor = false;
-    QColor sendTextColor = Qt::black;
-    QColor receiveTextColor = Qt::black;
+    // None chosen: the palette's text colour, readable on dark and light.
+    QColor sendTextColor;
+    QColor receiveTextColor;
     QStringList sendList;
     bool enterSends = false;
     bool clearAfterSend = false;

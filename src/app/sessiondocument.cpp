@@ -3,6 +3,7 @@
 #include <QSettings>
 
 #include "common/logging.h"
+#include "common/texthelpers.h"
 
 namespace SessionDocument {
 
@@ -121,8 +122,8 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
     file.setValue(key(i, "LogFontSize"), format.LogFont.pointSize());
     file.setValue(key(i, "LogFontWeight"), int(format.LogFont.weight()));
     file.setValue(key(i, "FormatDisplayColor"), format.FormatDisplayColor);
-    file.setValue(key(i, "SendTextColor"), format.SendTextColor.name());
-    file.setValue(key(i, "ReceiveTextColor"), format.ReceiveTextColor.name());
+    file.setValue(key(i, "SendTextColor"), storedColorName(format.SendTextColor));
+    file.setValue(key(i, "ReceiveTextColor"), storedColorName(format.ReceiveTextColor));
     file.setValue(key(i, "LastTargetHost"), joinHosts(port.lastTargetHost));
     file.setValue(key(i, "LastTargetPort"), port.lastTargetPort);
     file.setValue(key(i, "ConnMode"), port.connMode);

@@ -17,6 +17,7 @@
 #include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/serialportlist.h"
+#include "common/statuscolors.h"
 #include "common/texthelpers.h"
 #include "net/multiclientserver.h"
 #include "send/filesender.h"
@@ -25,43 +26,13 @@
 #include "send/macrobar.h"
 #include "send/sendboxcontroller.h"
 #include "session/sendencoder.h"
+#include "session/statustexts.h"
 #include "session/viewappender.h"
+#include "workspace/sessiontitlebar.h"
 
 namespace {
 
 const QString networkEntry = QString::fromLatin1(networkPortEntry);
-
-QString parityText(QSerialPort::Parity parity)
-{
-    switch (parity) {
-    case QSerialPort::NoParity: return QStringLiteral("NONE");
-    case QSerialPort::EvenParity: return QStringLiteral("EVEN");
-    case QSerialPort::OddParity: return QStringLiteral("ODD");
-    case QSerialPort::SpaceParity: return QStringLiteral("SPACE");
-    case QSerialPort::MarkParity: return QStringLiteral("MARK");
-    }
-    return QString();
-}
-
-QString stopBitsText(QSerialPort::StopBits stopBits)
-{
-    switch (stopBits) {
-    case QSerialPort::OneStop: return QStringLiteral("1");
-    case QSerialPort::OneAndHalfStop: return QStringLiteral("1.5");
-    case QSerialPort::TwoStop: return QStringLiteral("2");
-    }
-    return QString();
-}
-
-QString flowControlText(QSerialPort::FlowControl flow)
-{
-    switch (flow) {
-    case QSerialPort::NoFlowControl: return QStringLiteral("OFF");
-    case QSerialPort::HardwareControl: return QStringLiteral("Hardware");
-    case QSerialPort::SoftwareControl: return QStringLiteral("Xon/Xoff");
-    }
-    return QString();
-}
 
 void selectData(QComboBox *box, const QVariant &data)
 {
@@ -100,6 +71,10 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     baudRateValidator = new QIntValidator(0, 100000000, this);
 
     ui->setupUi(this);
+    titleBar = new SessionTitleBar(this);
+    ui->verticalLayout->insertWidget(0, titleBar);
+    // Room beyond the minimum goes to the traffic, not to the bars around it.
+    ui->verticalLayout->setStretchFactor(ui->splitter, 1);
     ui->splitter_data->setStretchFactor(0, 3);
     ui->splitter_data->setStretchFactor(1, 1);
     viewAppender = new ViewAppender(ui->receiveView);
@@ -197,6 +172,7 @@ bool SerialPortWidget::start(const QString &portName)
         pushByteArray(pausedData, true, RX);
     }
     m_runState = Running;
+    started = true;
 
     switch (currentSettings.connMode) {
     case SerialPortMode:
@@ -275,6 +251,7 @@ QString SerialPortWidget::shownPortName() const
 void SerialPortWidget::stop()
 {
     m_runState = Stopped;
+    started = false;
     macroBar->stopRepeats();
     readTimer->stop();
     sendTimer->stop();
@@ -1063,68 +1040,52 @@ void SerialPortWidget::refreshConnectionDisplay()
         break;
     }
     copyPanelChecks();
+    updateTitleBar();
+}
+
+void SerialPortWidget::updateTitleBar()
+{
+    const int mode = networkPanel ? panelNetworkMode() : SerialPortMode;
+    titleBar->setTitle(SessionTitleBar::titleFor(mode, embracedString(ui->portBox->currentText()),
+                                                 ui->dataBitsServerAddressBox->currentText(),
+                                                 ui->parityServerPortBox->currentText()));
+    titleBar->setLamp(SessionTitleBar::lampFor(started, m_runState, connectionOk));
+}
+
+int SerialPortWidget::panelNetworkMode() const
+{
+    const QString mode = ui->baudRateModeBox->currentText();
+    for (const NetworkMode &entry : networkModes()) {
+        if (mode.startsWith(entry.name))
+            return entry.mode;
+    }
+    return currentSettings.connMode;
 }
 
 void SerialPortWidget::setConnectionStatus(const QString &text, bool ok)
 {
-    const QString html = ok ? tr("<font color = green>%1 </font>").arg(text)
-                            : tr("<font color = red>%1 </font>").arg(text);
+    connectionOk = ok;
+    const QString html = StatusColors::html(text, ok, palette());
     if (connectionStatusLabel->text() != html)
         connectionStatusLabel->setText(html);
 }
 
 void SerialPortWidget::onRefreshSerialPortDisplay()
 {
-    QString html;
     if (serial->isOpen()) {
-        html = QStringLiteral("<font color = green> %1 OPENED, %2, %3, %4, %5, %6 </font>")
-                   .arg(serial->portName())
-                   .arg(serial->baudRate())
-                   .arg(serial->dataBits())
-                   .arg(parityText(serial->parity()), stopBitsText(serial->stopBits()),
-                        flowControlText(serial->flowControl()));
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialOpened(*serial), true);
         if (m_runState != Paused)
             m_runState = Running;
     } else {
         // A closed port is shown by the name chosen in the panel, which the
         // next start opens.
-        html = QStringLiteral("<font color = red> %1 CLOSED </font>").arg(embracedString(ui->portBox->currentText()));
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialClosed(embracedString(ui->portBox->currentText())),
+                            false);
     }
-    if (connectionStatusLabel->text() != html)
-        connectionStatusLabel->setText(html);
     updateCommonStatus();
 }
 
 namespace {
-
-struct SocketStateText {
-    QString text;
-    bool ok;
-};
-
-// boundText: what a bound socket reports in green; empty for the plain red text.
-SocketStateText socketStateText(QAbstractSocket::SocketState state, const QString &boundText = QString())
-{
-    switch (state) {
-    case QAbstractSocket::UnconnectedState:
-        return {QStringLiteral("The socket is not connected"), false};
-    case QAbstractSocket::HostLookupState:
-        return {QStringLiteral("The socket is performing a host name lookup."), false};
-    case QAbstractSocket::ConnectingState:
-        return {QStringLiteral("The socket has started establishing a connection..."), false};
-    case QAbstractSocket::ConnectedState:
-        return {QStringLiteral("Connection is established."), true};
-    case QAbstractSocket::BoundState:
-        if (!boundText.isEmpty())
-            return {boundText, true};
-        return {QStringLiteral("The socket is bound to an address and port."), false};
-    case QAbstractSocket::ListeningState:
-        return {QStringLiteral("For internal use only."), false};
-    case QAbstractSocket::ClosingState:
-        return {QStringLiteral("The socket is about to close (data may still be waiting to be written)."), false};
-    }
-    return {QString(), false};
-}
 
 // The run state follows the socket, except that a pause is the user's to end.
 int followSocket(QAbstractSocket::SocketState state, int runState)
@@ -1143,7 +1104,7 @@ void SerialPortWidget::onRefreshTcpClientDisplay()
     // The socket is dropped on disconnect, so a missing one is not connected.
     const QAbstractSocket::SocketState socketState = tcpSocket ? tcpSocket->state()
                                                                : QAbstractSocket::UnconnectedState;
-    const SocketStateText state = socketStateText(socketState);
+    const StatusTexts::Status state = StatusTexts::socketState(socketState);
     m_runState = followSocket(socketState, m_runState);
     setConnectionStatus(state.text, state.ok);
     updateCommonStatus();
@@ -1152,10 +1113,8 @@ void SerialPortWidget::onRefreshTcpClientDisplay()
 void SerialPortWidget::onRefreshUdpClientDisplay()
 {
     if (udpSocket) {
-        const QString bound = QStringLiteral("UDP socket is bound to %1:%2.")
-                                  .arg(udpSocket->localAddress().toString())
-                                  .arg(udpSocket->localPort());
-        const SocketStateText state = socketStateText(udpSocket->state(), bound);
+        const QString bound = StatusTexts::udpBound(udpSocket->localAddress().toString(), udpSocket->localPort());
+        const StatusTexts::Status state = StatusTexts::socketState(udpSocket->state(), bound);
         m_runState = followSocket(udpSocket->state(), m_runState);
         setConnectionStatus(state.text, state.ok);
     }
@@ -1169,10 +1128,10 @@ void SerialPortWidget::onRefreshTcpServerDisplay()
         const quint16 port = tcpServer->serverPort();
         QString text;
         if (tcpServer->clients().isEmpty()) {
-            text = QStringLiteral("Waiting for Connections on %1:%2...").arg(address).arg(port);
+            text = StatusTexts::serverWaiting(address, port);
             ui->sendButton->setText(tr("Open"));
         } else {
-            text = QStringLiteral("Listening on %1:%2").arg(address).arg(port);
+            text = StatusTexts::serverListening(address, port);
             ui->sendButton->setText(tr("Send"));
             if (m_runState != Paused)
                 m_runState = Running;
@@ -1281,13 +1240,7 @@ void SerialPortWidget::updateSettings()
 {
     currentSettings.name = embracedString(ui->portBox->currentText());
     if (ui->portBox->currentText().startsWith(QStringLiteral("TCP"))) {
-        const QString mode = ui->baudRateModeBox->currentText();
-        for (const NetworkMode &entry : networkModes()) {
-            if (mode.startsWith(entry.name)) {
-                currentSettings.connMode = entry.mode;
-                break;
-            }
-        }
+        currentSettings.connMode = panelNetworkMode();
         currentSettings.lastTargetPort = portFromText(ui->parityServerPortBox->currentText());
     } else {
         currentSettings.connMode = SerialPortMode;

@@ -25,6 +25,7 @@ class HexInputMarker;
 class FileSender;
 class MacroBar;
 class SendBoxController;
+class SessionTitleBar;
 class ViewAppender;
 struct SerialPortItem;
 
@@ -81,6 +82,8 @@ public:
     QString lastErrorText() const { return lastError; }
     bool hasNewError() const { return hasError; }
     void clearNewError() { hasError = false; }
+
+    SessionTitleBar *sessionTitleBar() const { return titleBar; }
 
     void updateSplitterSizes(const QList<int> &sizes);
     void setStatusBarVisible(bool visible);
@@ -154,6 +157,8 @@ private:
     void configurePort();
     void copyPanelChecks();
     void refreshConnectionDisplay();
+    void updateTitleBar();
+    int panelNetworkMode() const;
     void showWarning(const QString &title, const QString &text);
     DataLog::Result saveLog();
     QByteArray encodeSendData(const QString &text, bool rewriteBox);
@@ -173,6 +178,8 @@ private:
     PortSettings currentSettings;
     FormatSetting formatSetting;
     int m_runState = Stopped;
+    bool started = false;      // between start() and stop()
+    bool connectionOk = false; // the status text is a good one
 
     QSerialPort *serial = nullptr;
     QPointer<QTcpSocket> tcpSocket;
@@ -207,6 +214,7 @@ private:
 
     QString portListSignature;
     QIntValidator *baudRateValidator = nullptr;
+    SessionTitleBar *titleBar = nullptr;
     QStatusBar *statusBar = nullptr;
     QLabel *connectionStatusLabel = nullptr;
     QLabel *rxLabel = nullptr;

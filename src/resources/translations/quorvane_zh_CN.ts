@@ -29,6 +29,29 @@
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>Terminal for serial ports and simple network links.</source>
+        <translation>串口与简单网络连接终端。</translation>
+    </message>
+    <message>
+        <source>document|port</source>
+        <translation>文档|端口</translation>
+    </message>
+    <message>
+        <source>A session document (.qvn) to open, or the serial port to start on.</source>
+        <translation>要打开的会话文档 (.qvn)，或要启动的串口。</translation>
+    </message>
+    <message>
+        <source>[document|port]</source>
+        <translation>[文档|端口]</translation>
+    </message>
+    <message>
+        <source>Try &apos;%1 --help&apos; for more information.</source>
+        <translation>请尝试“%1 --help”以获取更多信息。</translation>
+    </message>
+</context>
+<context>
     <name>ConnectionChoices</name>
     <message>
         <source>Custom</source>
@@ -533,6 +556,58 @@ Do you want to save your changes?</source>
         <source>Untitled</source>
         <translation>未命名</translation>
     </message>
+    <message>
+        <source>Ctrl+N</source>
+        <translation>Ctrl+N</translation>
+    </message>
+    <message>
+        <source>Ctrl+O</source>
+        <translation>Ctrl+O</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+S</source>
+        <translation>Ctrl+Shift+S</translation>
+    </message>
+    <message>
+        <source>Close Session</source>
+        <translation>关闭会话</translation>
+    </message>
+    <message>
+        <source>Close the session that holds the keyboard focus</source>
+        <translation>关闭拥有键盘焦点的会话</translation>
+    </message>
+    <message>
+        <source>Ctrl+W</source>
+        <translation>Ctrl+W</translation>
+    </message>
+    <message>
+        <source>Clear Session</source>
+        <translation>清空会话</translation>
+    </message>
+    <message>
+        <source>Clear the session that holds the keyboard focus</source>
+        <translation>清空拥有键盘焦点的会话</translation>
+    </message>
+    <message>
+        <source>Ctrl+L</source>
+        <translation>Ctrl+L</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Quorvane files (*.qvn)</source>
+        <translation>Quorvane 文件 (*.qvn)</translation>
+    </message>
+    <message>
+        <source>Click into the session to close first</source>
+        <translation>请先点击要关闭的会话</translation>
+    </message>
+    <message>
+        <source>Click into the session to clear first</source>
+        <translation>请先点击要清空的会话</translation>
+    </message>
 </context>
 <context>
     <name>MultiPortSettingDlg</name>
@@ -750,20 +825,39 @@ Do you want to save your changes?</source>
         <translation>本地 IP</translation>
     </message>
     <message>
-        <source>&lt;font color = green&gt;%1 &lt;/font&gt;</source>
-        <translation>&lt;font color = green&gt;%1 &lt;/font&gt;</translation>
-    </message>
-    <message>
-        <source>&lt;font color = red&gt;%1 &lt;/font&gt;</source>
-        <translation>&lt;font color = red&gt;%1 &lt;/font&gt;</translation>
-    </message>
-    <message>
         <source>Rx: %L1 Bytes</source>
         <translation>接收：%L1 字节</translation>
     </message>
     <message>
         <source>Tx: %L1 Bytes</source>
         <translation>发送：%L1 字节</translation>
+    </message>
+</context>
+<context>
+    <name>SessionTitleBar</name>
+    <message>
+        <source>Double-click to give this session the whole workspace, or to give it back</source>
+        <translation>双击让此会话占满工作区，再次双击恢复</translation>
+    </message>
+    <message>
+        <source>Close this session</source>
+        <translation>关闭此会话</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>已停止</translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>运行中</translation>
+    </message>
+    <message>
+        <source>Paused</source>
+        <translation>已暂停</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
     </message>
 </context>
 <context>
@@ -1034,6 +1128,93 @@ Do you want to save your changes?</source>
     <message>
         <source>Please input correct log file name!</source>
         <translation>请输入正确的日志文件名！</translation>
+    </message>
+    <message>
+        <source>s</source>
+        <translation>秒</translation>
+    </message>
+    <message>
+        <source>m</source>
+        <translation>分</translation>
+    </message>
+    <message>
+        <source>h</source>
+        <translation>时</translation>
+    </message>
+    <message>
+        <source>Theme colour</source>
+        <translation>主题颜色</translation>
+    </message>
+    <message>
+        <source> IP</source>
+        <translation> IP</translation>
+    </message>
+    <message>
+        <source>Dest Host</source>
+        <translation>目标主机</translation>
+    </message>
+    <message>
+        <source>Dest Port</source>
+        <translation>目标端口</translation>
+    </message>
+    <message>
+        <source>Host</source>
+        <translation>主机</translation>
+    </message>
+</context>
+<context>
+    <name>StatusTexts</name>
+    <message>
+        <source>UDP socket is bound to %1:%2.</source>
+        <translation>UDP 套接字已绑定到 %1:%2。</translation>
+    </message>
+    <message>
+        <source>Waiting for Connections on %1:%2...</source>
+        <translation>正在 %1:%2 上等待连接...</translation>
+    </message>
+    <message>
+        <source>Listening on %1:%2</source>
+        <translation>正在 %1:%2 上监听</translation>
+    </message>
+    <message>
+        <source>%1 OPENED, %2, %3, %4, %5, %6</source>
+        <translation>%1 已打开，%2，%3，%4，%5，%6</translation>
+    </message>
+    <message>
+        <source>%1 CLOSED</source>
+        <translation>%1 已关闭</translation>
+    </message>
+    <message>
+        <source>NONE</source>
+        <translation>无校验</translation>
+    </message>
+    <message>
+        <source>EVEN</source>
+        <translation>偶校验</translation>
+    </message>
+    <message>
+        <source>ODD</source>
+        <translation>奇校验</translation>
+    </message>
+    <message>
+        <source>SPACE</source>
+        <translation>空格校验</translation>
+    </message>
+    <message>
+        <source>MARK</source>
+        <translation>标记校验</translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation>无流控</translation>
+    </message>
+    <message>
+        <source>Hardware</source>
+        <translation>硬件流控</translation>
+    </message>
+    <message>
+        <source>Xon/Xoff</source>
+        <translation>软件流控 Xon/Xoff</translation>
     </message>
 </context>
 <context>

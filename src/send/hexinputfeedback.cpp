@@ -77,7 +77,9 @@ void HexInputMarker::refresh()
     if (hint->isVisibleTo(hint->parentWidget())) {
         const HexInputCheck check = checkHexInput(text);
         hint->setText(hexSendHint(check.bytes));
-        for (const HexInputCheck::Run &run : check.invalid) {
+        // A pasted wall of text must not turn every keystroke into thousands of marks.
+        const int maxMarks = 1000;
+        for (const HexInputCheck::Run &run : check.invalid.mid(0, maxMarks)) {
             QTextEdit::ExtraSelection mark;
             mark.cursor = QTextCursor(box->document());
             mark.cursor.setPosition(run.start);

@@ -6,6 +6,7 @@
 #include "app/sessiondocument.h"
 #include "send/checksum.h"
 #include "send/hexinputfeedback.h"
+#include "send/macrobar.h"
 #include "send/sendboxcontroller.h"
 #include "send/sendhistorycursor.h"
 #include "send/sendmacro.h"
@@ -83,6 +84,30 @@ private slots:
         macro.lineEnding = lineEnding;
         macro.checksum = checksum;
         QCOMPARE(encodeMacro(macro), bytes);
+    }
+
+    // A click sends once; with a period it repeats, held down, until the next
+    // click; stopping the session ends every repeat.
+    void macroRepeat()
+    {
+        QWidget session;
+        MacroBar bar(&session);
+        bar.setMacros({SendMacro{"once", "a", false, SendMacro::NoLineEnding, {}, false, 0},
+                       SendMacro{"poll", "b", false, SendMacro::NoLineEnding, {}, false, 10}});
+        QSignalSpy sends(&bar, &MacroBar::sendRequested);
+        bar.trigger(0);
+        QCOMPARE(sends.count(), 1);
+        QVERIFY(!bar.isRepeating(0));
+        bar.trigger(1);
+        QVERIFY(bar.isRepeating(1));
+        QTRY_VERIFY(sends.count() >= 4);
+        QCOMPARE(sends.last().at(0).toByteArray(), QByteArray("b"));
+        bar.trigger(1);
+        QVERIFY(!bar.isRepeating(1));
+        bar.trigger(1);
+        bar.stopRepeats();
+        QVERIFY(!bar.isRepeating(1));
+        bar.trigger(24);
     }
 
     // Macros and the send box options come back from a document; a document

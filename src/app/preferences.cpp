@@ -92,6 +92,8 @@ Preferences Preferences::read(const QSettings &store)
     p.sendList = value("SendList").toStringList();
     p.enterSends = value("EnterSends", d.enterSends).toBool();
     p.clearAfterSend = value("ClearAfterSend", d.clearAfterSend).toBool();
+    p.rawLog = value("RawLog", d.rawLog).toBool();
+    p.rawLogSent = value("RawLogSent", d.rawLogSent).toBool();
     p.macros = macrosFromText(value("SendMacros").toString());
     p.language = value("ValueL", d.language).toInt();
     return p;
@@ -141,6 +143,8 @@ void Preferences::write(QSettings &store) const
     set("SendList", sendList);
     set("EnterSends", enterSends);
     set("ClearAfterSend", clearAfterSend);
+    set("RawLog", rawLog);
+    set("RawLogSent", rawLogSent);
     set("SendMacros", macrosToText(macros));
     set("RecentFiles", recentFiles);
     set("LastFile", lastFile);
@@ -187,6 +191,8 @@ void Preferences::applyTo(PortSettings &port, FormatSetting &format) const
     format.SendList = sendList;
     format.EnterSends = enterSends;
     format.ClearAfterSend = clearAfterSend;
+    format.RawLog = rawLog;
+    format.RawLogSent = rawLogSent;
     format.Macros = macros;
 }
 
@@ -232,6 +238,8 @@ void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format
     sendList = format.SendList;
     enterSends = format.EnterSends;
     clearAfterSend = format.ClearAfterSend;
+    rawLog = format.RawLog;
+    rawLogSent = format.RawLogSent;
     macros = format.Macros;
 }
 

@@ -1,5 +1,6 @@
 #include "common/serialportlist.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QSerialPortInfo>
 
@@ -45,4 +46,14 @@ QList<PortBoxEntry> portBoxEntries(const QList<SerialPortItem> &ports)
         entries.append({QCoreApplication::translate("SerialPortWidget", "Default (COM2)"), QString(), QString()});
     entries.append({QString::fromLatin1(networkPortEntry), QString(), QString()});
     return entries;
+}
+
+void selectPortEntry(QComboBox *box, const QString &portName)
+{
+    int index = box->findData(portName);
+    if (index < 0) {
+        index = box->count() - 1;
+        box->insertItem(index, portName, portName);
+    }
+    box->setCurrentIndex(index);
 }

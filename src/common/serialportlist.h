@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 
+class QComboBox;
+
 // One serial device as the port lists show it.
 struct SerialPortItem {
     QString portName;
@@ -30,5 +32,11 @@ struct PortBoxEntry {
 QList<PortBoxEntry> portBoxEntries(const QList<SerialPortItem> &ports);
 
 extern const char *const networkPortEntry;
+
+// Selects the entry of a device in a port box whose last entry is the
+// network entry. A device the scan does not list (a pty, a by-id link, an
+// unplugged adapter) keeps its name as an entry of its own, just before the
+// network entry, so the box never falls back to another device.
+void selectPortEntry(QComboBox *box, const QString &portName);
 
 #endif

@@ -356,7 +356,7 @@ void SettingsDialog::showConnectionSettings()
 {
     {
         const QSignalBlocker blocker(ui->portBox);
-        selectPort(portSettings.connMode == SerialPortMode ? portSettings.name : NetworkPortEntry);
+        selectPortEntry(ui->portBox, portSettings.connMode == SerialPortMode ? portSettings.name : NetworkPortEntry);
     }
     if (portSettings.connMode == SerialPortMode) {
         fillPortsParameters();
@@ -364,18 +364,6 @@ void SettingsDialog::showConnectionSettings()
     } else {
         fillTcpParameters();
     }
-}
-
-void SettingsDialog::selectPort(const QString &portName)
-{
-    int index = ui->portBox->findData(portName);
-    if (index < 0) {
-        // A device that is not plugged in now keeps its name; it goes just
-        // before the network entry, which stays last.
-        index = ui->portBox->count() - 1;
-        ui->portBox->insertItem(index, portName, portName);
-    }
-    ui->portBox->setCurrentIndex(index);
 }
 
 void SettingsDialog::showSerialParameters()

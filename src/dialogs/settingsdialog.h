@@ -62,7 +62,6 @@ private:
     void applyNetworkRows(qint32 mode);
     void checkCustomBaudRatePolicy(int index);
     void addRawLogOptions();
-    void selectPort(const QString &portName);
     bool networkPanelShown() const;
 
     void showConnectionSettings();

@@ -321,20 +321,7 @@ void SerialPortWidget::setPortName(const QString &name)
 {
     currentSettings.name = name;
     const QSignalBlocker blocker(ui->portBox);
-    selectPortEntry(name);
-}
-
-// Selects the entry of a serial device; one the scan does not list (a pty,
-// a by-id link, an unplugged adapter) gets an entry of its own, just before
-// the network entry, so the box never falls back to another device.
-void SerialPortWidget::selectPortEntry(const QString &name)
-{
-    int index = ui->portBox->findData(name);
-    if (index < 0) {
-        index = ui->portBox->count() - 1;
-        ui->portBox->insertItem(index, name, name);
-    }
-    ui->portBox->setCurrentIndex(index);
+    selectPortEntry(ui->portBox, name);
 }
 
 // The serial device chosen in the port box: the entry's device, or what the
@@ -1053,7 +1040,7 @@ void SerialPortWidget::onRefreshAvalablePorts()
             fillPortsInfo(ports);
         }
         if (!chosen.isEmpty()) {
-            selectPortEntry(chosen);
+            selectPortEntry(ui->portBox, chosen);
         } else {
             const int index = networkPanel ? ui->portBox->findText(networkEntry)
                                            : ui->portBox->findData(currentSettings.name);
@@ -1356,7 +1343,7 @@ void SerialPortWidget::updateDisplay()
     const QScopedValueRollback<bool> applying(applyingSettings, true);
     if (currentSettings.connMode == SerialPortMode) {
         if (!currentSettings.name.isEmpty())
-            selectPortEntry(currentSettings.name);
+            selectPortEntry(ui->portBox, currentSettings.name);
         else if (ui->portBox->currentText() == networkEntry)
             ui->portBox->setCurrentIndex(0);
         on_portBox_currentIndexChanged(ui->portBox->currentIndex());

@@ -161,7 +161,6 @@ private:
     void onRefreshUdpClientDisplay();
     void setConnectionStatus(const QString &text, bool ok);
     QString shownPortName() const;
-    void selectPortEntry(const QString &name);
     QString boxPortName() const;
     QString chosenPortName() const;
     void watchPanelEdits();

@@ -6,6 +6,11 @@
 #   english-grid.png   a workspace of three sessions in a grid
 #   toolbox.png        the Toolbox
 #   chinese-grid.png   the same workspace with the Chinese interface
+#   send-tools.png     one session with macros, hex send and a marked typo
+#   macro-editor.png   its macro editor
+#   sixteen-grid.png   sixteen sessions in a grid, the document named on the
+#                      command line (the workspace scrolls, the window fits)
+#   sixteen-one.png    one of them given the whole workspace (double-click)
 # Fails when a window never appears or the program exits with an error.
 # Usage: scripts/screenshots.sh [output folder]   (Linux, X11 tools needed)
 set -euo pipefail
@@ -103,4 +108,72 @@ sed -i 's/^ValueL=.*/ValueL=1/' "$store"
 "$app" & pid=$!
 wait_window 'grid'
 shot chinese-grid.png
+quit_app
+
+# One session with a macro bar, in hex send mode with a typo in the box.
+doc="$work/macros.qvn"
+cat > "$doc" <<'DOC'
+[General]
+PortNumber=1
+ColumnNumber=1
+QuickView=true
+
+[0]
+PortName=COM1
+BaudRate=115200
+DataBits=8
+StopBits=1
+ReceiveMsgForamt=2
+SendMsgFormat=1
+DisplaySendMsg=1
+LogFontFamily=Monospace
+LogFontSize=10
+EnterSends=true
+SendMacros="[{\"name\":\"Read reg 0\",\"payload\":\"01 03 00 00 00 01\",\"hex\":true,\"checksum\":\"CRC-16/MODBUS\"},{\"name\":\"Version\",\"payload\":\"AT+GMR\",\"lineEnding\":3},{\"name\":\"Poll\",\"payload\":\"AA 55\",\"hex\":true,\"checksum\":\"SUM-8\",\"repeatMs\":1000}]"
+DOC
+sed -i "s|^RecentFiles=.*|RecentFiles=$doc|; s/^ValueL=.*/ValueL=2/" "$store"
+"$app" & pid=$!
+wait_window 'macros'
+xdotool windowmove "$id" 0 0 windowsize "$id" 1300 900
+sleep 1
+eval "$(xdotool getwindowgeometry --shell "$id")"
+# The send box sits in the lower part of the session, right of the panel.
+xdotool mousemove $((X + WIDTH / 2)) $((Y + HEIGHT - 110)) click 1
+sleep 0.5
+xdotool type --delay 30 '0x7E,0xA5 3G'
+sleep 1
+shot send-tools.png
+# "Macros..." is the first entry of the bar just above the send box.
+xdotool mousemove $((X + 300)) $((Y + HEIGHT - 262)) click 1
+wait_window '^Macros$'
+# Unpainted until resized without a window manager, as the Toolbox above.
+xdotool windowsize "$id" 660 400
+sleep 1
+xdotool windowmove "$id" 200 150
+sleep 1
+xwd -id "$id" -silent | /usr/bin/convert xwd:- "png:$out/macro-editor.png"
+echo "wrote $out/macro-editor.png"
+xdotool key Escape
+sleep 0.5
+wait_window 'macros'
+quit_app
+
+# Sixteen sessions, two per row, some of them network sessions, opened as a
+# document named on the command line with the last document not restored.
+doc16="$work/sixteen.qvn"
+printf '[General]\nPortNumber=16\nColumnNumber=2\nQuickView=false\n' > "$doc16"
+for i in $(seq 0 15); do
+    mode=0
+    (( i % 4 == 1 )) && mode=2
+    printf '[%s]\nConnMode=%s\nPortName=COM%s\nBaudRate=115200\nDataBits=8\nStopBits=1\nReceiveMsgForamt=2\nLogFontFamily=Monospace\nLogFontSize=10\nSplitterLeft=0\nSplitterRight=100\nLastTargetHost=10.0.0.%s\nLastTargetPort=502\n' \
+        "$i" "$mode" "$((i + 1))" "$((i + 1))" >> "$doc16"
+done
+sed -i 's/^ValueL=.*/ValueL=2/; s/^OpenLastConnection=.*/OpenLastConnection=false/' "$store"
+"$app" "$doc16" & pid=$!
+wait_window 'sixteen'
+shot sixteen-grid.png
+# The first session's title bar sits under the menu and tool bars.
+xdotool mousemove $((X + 150)) $((Y + 79)) click --repeat 2 --delay 80 1
+sleep 1
+shot sixteen-one.png
 quit_app

@@ -12,6 +12,8 @@
 class ScriptedWindow : public MainWindow
 {
 public:
+    using MainWindow::MainWindow;
+
     QString fileAnswer;
     int sessionsPerRowAnswer = 1;
     QMessageBox::StandardButton boxAnswer = QMessageBox::Ok;

@@ -3,6 +3,7 @@
 
 #include "scriptedwindow.h"
 #include "testsupport.h"
+#include "workspace/sessiontitlebar.h"
 
 class TestMainWindow : public QObject
 {
@@ -71,6 +72,103 @@ private slots:
         }
         QTEST(rows, "rows");
         QTEST(columns, "columns");
+    }
+
+    // Whatever the layout, sixteen sessions keep the window within a
+    // 1280x800 screen: each session keeps its minimum size and the
+    // workspace scrolls instead.
+    void sixteenSessionsFitTheScreen_data()
+    {
+        QTest::addColumn<QByteArray>("layoutAction");
+        for (const char *layout : {"acViewHorizontal", "acViewVertical", "acViewGrid", "acViewCustom"})
+            QTest::newRow(layout) << QByteArray(layout);
+    }
+
+    void sixteenSessionsFitTheScreen()
+    {
+        QFETCH(QByteArray, layoutAction);
+        const QSize screen(1280, 800);
+        ScriptedWindow window;
+        window.sessionsPerRowAnswer = 4;
+        window.resize(screen);
+        window.show();
+        addSessions(window, MainWindow::MaxSessions);
+        action(window, layoutAction.constData())->trigger();
+        action(window, "acViewQuickSettings")->trigger();
+        QCoreApplication::processEvents();
+        QCOMPARE(window.size(), screen);
+        QVERIFY2(screen.expandedTo(window.minimumSizeHint()) == screen,
+                 qPrintable(QStringLiteral("minimum %1x%2").arg(window.minimumSizeHint().width())
+                                .arg(window.minimumSizeHint().height())));
+        for (int i = 0; i < window.sessionCount(); ++i) {
+            const SerialPortWidget *session = window.session(i);
+            QVERIFY(session->isVisible());
+            QVERIFY(session->width() >= session->minimumSizeHint().width());
+            QVERIFY(session->height() >= session->minimumSizeHint().height());
+        }
+    }
+
+    // A title bar's close button removes its own session and keeps the
+    // layout; a double-click gives the session the workspace and back.
+    void titleBarClosesAndMaximizes()
+    {
+        ScriptedWindow window;
+        addSessions(window, 3);
+        action(window, "acViewGrid")->trigger();
+        SerialPortWidget *first = window.session(0), *middle = window.session(1), *last = window.session(2);
+
+        QTest::mouseDClick(last->sessionTitleBar(), Qt::LeftButton);
+        QCOMPARE(window.maximizedWorkspaceSession(), last);
+        QVERIFY(first->isHidden() && middle->isHidden() && !last->isHidden());
+        QCOMPARE(window.currentSession(), last);
+        QTest::mouseDClick(last->sessionTitleBar(), Qt::LeftButton);
+        QVERIFY(!window.maximizedWorkspaceSession());
+        QVERIFY(!first->isHidden() && !middle->isHidden());
+
+        QPointer<SerialPortWidget> closed = middle;
+        middle->sessionTitleBar()->findChild<QToolButton *>("closeButton")->click();
+        QTRY_VERIFY(closed.isNull());
+        QCOMPARE(window.sessionCount(), 2);
+        QCOMPARE(window.session(1), last);
+        QVERIFY(action(window, "acViewGrid")->isChecked());
+        QCOMPARE(window.sessionsPerRow(), 2);
+    }
+
+    // Ctrl+W and Ctrl+L act on the session that last held the focus.
+    void shortcutsActOnCurrentSession()
+    {
+        ScriptedWindow window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        addSessions(window, 3);
+        QCOMPARE(action(window, "acEditCloseSession")->shortcut(), QKeySequence("Ctrl+W"));
+        QCOMPARE(action(window, "acEditClearSession")->shortcut(), QKeySequence("Ctrl+L"));
+        SerialPortWidget *middle = window.session(1);
+        middle->findChild<QPlainTextEdit *>("textEdit")->setFocus();
+        QTRY_COMPARE(window.currentSession(), middle);
+        middle->pushByteArray("abc", true, RX);
+        QTest::keyClick(&window, Qt::Key_L, Qt::ControlModifier);
+        QCOMPARE(middle->receivedBytes(), 0);
+        QPointer<SerialPortWidget> closed = middle;
+        QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
+        QVERIFY(closed.isNull());
+        QCOMPARE(window.sessionCount(), 2);
+    }
+
+    // A document named at start replaces the one Restore Connection would
+    // reopen (sessions of mode 3 start no transport).
+    void startDocumentOpens()
+    {
+        const QString last = writeDocument("last.qvn", "PortNumber=2\n[0]\nConnMode=3\n[1]\nConnMode=3\n");
+        const QString named = writeDocument("named.qvn", "PortNumber=3\n[0]\nConnMode=3\n[1]\nConnMode=3\n[2]\nConnMode=3\n");
+        QSettings().setValue("RecentFiles", QStringList{last});
+        QSettings().setValue("OpenLastConnection", true);
+        ScriptedWindow window(nullptr, named);
+        QCOMPARE(window.currentFile(), named);
+        QCOMPARE(window.sessionCount(), 3);
+        window.openDocument(last);
+        QCOMPARE(window.currentFile(), last);
+        QCOMPARE(window.sessionCount(), 2);
     }
 
     void statusBarOnlyWithOneSession()

@@ -43,7 +43,8 @@ private slots:
         QCOMPARE(port.lastTargetHost, QStringList{"127.0.0.1"});
         QCOMPARE(format.LogFont.family(), QStringLiteral("Consolas"));
         QCOMPARE(format.LogFont.pointSize(), 12);
-        QCOMPARE((QList<QColor>{format.SendTextColor, format.ReceiveTextColor}), (QList<QColor>(2, Qt::black)));
+        // No colour chosen: the view's own, which follows the palette.
+        QCOMPARE((QList<QColor>{format.SendTextColor, format.ReceiveTextColor}), (QList<QColor>(2, QColor())));
         QCOMPARE(format.DisplayBufferSize, 10 << 20);
         QVERIFY(format.LogRotateAtSize);
         QCOMPARE(format.LogRotateSize, 100 << 20);
@@ -56,6 +57,9 @@ private slots:
             ScriptedWindow window;
             window.show();
             setBaudRate(window.session(0), 115200);
+            FormatSetting format = window.session(0)->formatSettings();
+            format.ReceiveTextColor = QColor(0x12, 0x34, 0x56);
+            window.session(0)->setFormatSettings(format);
             window.close();
         }
         { // comes up at 115200; a change to the second session is not remembered
@@ -67,6 +71,9 @@ private slots:
         }
         ScriptedWindow window;
         QCOMPARE(window.session(0)->portSettings().baudRate, 115200);
+        // A chosen colour is kept; an unchosen one stays the palette's.
+        QCOMPARE(window.session(0)->formatSettings().ReceiveTextColor, QColor(0x12, 0x34, 0x56));
+        QVERIFY(!window.session(0)->formatSettings().SendTextColor.isValid());
         // The keys as spelt in existing stores; the ones read here but written
         // elsewhere, or never, are left out.
         QSettings store;

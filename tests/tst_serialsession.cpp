@@ -6,6 +6,7 @@
 #include <QSpinBox>
 #include <QSerialPort>
 
+#include "send/filesender.h"
 #include "session/serialportwidget.h"
 #include "testsupport.h"
 
@@ -30,6 +31,46 @@ private slots:
     }
 
     void cleanup() { session.reset(); peer.reset(); pair.reset(); }
+
+    // A file arrives whole and counts as sent; Cancel halfway stops it with
+    // exactly the bytes sent so far delivered.
+    void sendFile_data()
+    {
+        QTest::addColumn<bool>("cancelHalfway");
+        QTest::newRow("whole") << false;
+        QTest::newRow("cancel halfway") << true;
+    }
+
+    void sendFile()
+    {
+        QFETCH(bool, cancelHalfway);
+        QByteArray data;
+        for (int i = 0; i < 300 * 1024; ++i)
+            data += char(i * 7 + i / 256);
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        file.write(data);
+        file.close();
+
+        auto *sender = session->findChild<FileSender *>();
+        QVERIFY(sender);
+        if (cancelHalfway) {
+            connect(sender, &FileSender::progressed, sender, [sender](qint64 sent, qint64 total) {
+                if (sent >= total / 2)
+                    sender->cancel();
+            });
+        }
+        QByteArray received;
+        connect(peer.get(), &QSerialPort::readyRead, this, [&] { received += peer->readAll(); });
+        QSignalSpy finished(sender, &FileSender::finished);
+        QVERIFY(sender->start(file.fileName()));
+        QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 30000);
+        QCOMPARE(finished.at(0).at(0).toBool(), !cancelHalfway);
+        QCOMPARE(sender->sentBytes() < data.size(), cancelHalfway);
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), sender->sentBytes(), 5000);
+        QCOMPARE(received, data.left(sender->sentBytes()));
+        QCOMPARE(session->sentBytes(), sender->sentBytes());
+    }
 
     // End to end: every byte in order in the view and in the Rx counter.
     void peerBytesReachTheView()

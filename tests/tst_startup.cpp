@@ -1,6 +1,8 @@
 #include <QtTest>
 #include <QtWidgets>
 
+#include "app/commandline.h"
+#include "app/fileopenrequests.h"
 #include "app/preferences.h"
 #include "app/setconfigfilepathdialog.h"
 #include "app/startup.h"
@@ -40,31 +42,121 @@ private slots:
     }
 
     // The available area is 1440 x 900; the stored size is always restored,
-    // the position only when it lies strictly inside.
+    // cut to that area, the position only when it lies strictly inside.
     void restoreWindowGeometry_data()
     {
         QTest::addColumn<QPoint>("stored");
+        QTest::addColumn<QSize>("storedSize");
         QTest::addColumn<bool>("placed"); // or left to the window system
-        QTest::newRow("x at 0") << QPoint(0, 300) << false;
-        QTest::newRow("y at 0") << QPoint(300, 0) << false;
-        QTest::newRow("top-left corner") << QPoint(1, 1) << true;
-        QTest::newRow("last pixel") << QPoint(1439, 899) << true;
-        QTest::newRow("far right edge") << QPoint(1440, 300) << false;
-        QTest::newRow("beyond the screen") << QPoint(2500, 1600) << false;
+        QTest::addColumn<QSize>("restoredSize");
+        const QSize small(640, 480);
+        QTest::newRow("x at 0") << QPoint(0, 300) << small << false << small;
+        QTest::newRow("y at 0") << QPoint(300, 0) << small << false << small;
+        QTest::newRow("top-left corner") << QPoint(1, 1) << small << true << small;
+        QTest::newRow("last pixel") << QPoint(1439, 899) << small << true << small;
+        QTest::newRow("far right edge") << QPoint(1440, 300) << small << false << small;
+        QTest::newRow("beyond the screen") << QPoint(2500, 1600) << small << false << small;
+        QTest::newRow("larger than the screen") << QPoint(1, 1) << QSize(7340, 3838) << true << QSize(1440, 900);
+        QTest::newRow("wider than the screen") << QPoint(1, 1) << QSize(1844, 700) << true << QSize(1440, 700);
     }
 
     void restoreWindowGeometry()
     {
         QFETCH(QPoint, stored);
+        QFETCH(QSize, storedSize);
         QFETCH(bool, placed);
         QSettings settings;
-        settings.setValue(StartupKeys::lastWindowSize, QSize(640, 480));
+        settings.setValue(StartupKeys::lastWindowSize, storedSize);
         settings.setValue(StartupKeys::lastWindowPosition, stored);
         QWidget window;
         ::restoreWindowGeometry(window, settings, QSize(1440, 900));
-        QCOMPARE(window.size(), QSize(640, 480));
+        QTEST(window.size(), "restoredSize");
         QCOMPARE(window.testAttribute(Qt::WA_Moved), placed);
         QCOMPARE(window.pos(), placed ? stored : QPoint());
+    }
+
+    // The first argument is a document when it names an existing .qvn file,
+    // otherwise the port; options are answered without a window.
+    void commandLine_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("action");
+        QTest::addColumn<QString>("document"); // file name inside the temporary folder
+        QTest::addColumn<QString>("port");
+        const int run = CommandLine::Run;
+        QTest::newRow("nothing") << QStringList{} << run << "" << "";
+        QTest::newRow("port") << QStringList{"COM3", "ignored"} << run << "" << "COM3";
+        QTest::newRow("document") << QStringList{"@/session.qvn"} << run << "session.qvn" << "";
+        QTest::newRow("document, upper case") << QStringList{"@/UPPER.QVN"} << run << "UPPER.QVN" << "";
+        QTest::newRow("missing document") << QStringList{"@/missing.qvn"} << run << "" << "@/missing.qvn";
+        QTest::newRow("folder named .qvn") << QStringList{"@/folder.qvn"} << run << "" << "@/folder.qvn";
+        QTest::newRow("other existing file") << QStringList{"@/notes.txt"} << run << "" << "@/notes.txt";
+        QTest::newRow("port after --") << QStringList{"--", "-odd"} << run << "" << "-odd";
+        QTest::newRow("--help") << QStringList{"--help"} << int(CommandLine::ShowHelp) << "" << "";
+        QTest::newRow("-h") << QStringList{"-h", "COM3"} << int(CommandLine::ShowHelp) << "" << "";
+        QTest::newRow("--version") << QStringList{"--version"} << int(CommandLine::ShowVersion) << "" << "";
+        QTest::newRow("unknown option") << QStringList{"--bogus"} << int(CommandLine::Fail) << "" << "";
+    }
+
+    void commandLine()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, document);
+        QFETCH(QString, port);
+        QTemporaryDir dir;
+        for (const char *name : {"session.qvn", "UPPER.QVN", "notes.txt"}) {
+            QFile file(dir.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        QVERIFY(QDir(dir.path()).mkdir("folder.qvn"));
+        arguments.replaceInStrings("@", dir.path());
+        port.replace("@", dir.path());
+
+        const CommandLine parsed = CommandLine::parse(QStringList{"quorvane"} + arguments);
+        QTEST(int(parsed.action), "action");
+        QCOMPARE(parsed.documentFile, document.isEmpty() ? QString() : dir.filePath(document));
+        QCOMPARE(parsed.portName, port);
+        QCOMPARE(parsed.startsPort, !port.isEmpty());
+        QCOMPARE(parsed.output.isEmpty(), parsed.action == CommandLine::Run);
+    }
+
+    // The program itself: help and version print and end before any window
+    // or first-run dialog; a mistake ends with an error.
+    void commandLineOptionsEndWithoutWindow_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("printed");
+        QTest::newRow("--help") << "--help" << 0 << "--version";
+        QTest::newRow("--version") << "--version" << 0 << "Quorvane 6.0.3.0103";
+        QTest::newRow("unknown") << "--bogus" << 1 << "bogus";
+    }
+
+    void commandLineOptionsEndWithoutWindow()
+    {
+        QFETCH(QString, option);
+        QProcess program;
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(QUORVANE_APP, {option});
+        QVERIFY(program.waitForFinished(30000));
+        const QString output = QString::fromUtf8(program.readAll());
+        QTEST(program.exitCode(), "exitCode");
+        QFETCH(QString, printed);
+        QVERIFY2(output.contains(printed), qPrintable(output));
+    }
+
+    // Finder's requests wait until there is a window to open them.
+    void fileOpenRequestsWaitForHandler()
+    {
+        auto *requests = new FileOpenRequests(qApp);
+        QFileOpenEvent early(QStringLiteral("/tmp/early.qvn"));
+        QVERIFY(QCoreApplication::sendEvent(qApp, &early));
+        QStringList opened;
+        requests->setHandler([&opened](const QString &fileName) { opened << fileName; });
+        QFileOpenEvent late(QStringLiteral("/tmp/late.qvn"));
+        QCoreApplication::sendEvent(qApp, &late);
+        QCOMPARE(opened, (QStringList{"/tmp/early.qvn", "/tmp/late.qvn"}));
+        delete requests;
     }
 
     // The first-run folder dialog proposes the application's data folder; OK

@@ -6,6 +6,7 @@
 #include <QSpinBox>
 
 #include "networksession.h"
+#include "send/filesender.h"
 #include "testsupport.h"
 
 // A port session in UDP mode; the test plays the remote endpoint.
@@ -30,6 +31,7 @@ private slots:
     void datagramsArriveAsSeparateChunksInOrder();
     void destinationsThatAreNotSent_data();
     void destinationsThatAreNotSent();
+    void consoleKeysMacrosAndFilesSend();
 
 private:
     // Next datagram that reaches the test's endpoint; empty when none came.
@@ -99,6 +101,44 @@ void TestUdpSession::destinationsThatAreNotSent()
     panel->send(QStringLiteral("lost"));
     QCOMPARE(receive(300), QByteArray());
     QCOMPARE(session->portSettings().lastTargetPort, port.toInt());   // "abc" reads as 0
+}
+
+// Ctrl+Enter sends the box (and clears it when asked), Ctrl+2 the second
+// macro with its checksum, and a file goes out in datagrams.
+void TestUdpSession::consoleKeysMacrosAndFilesSend()
+{
+    session->start();
+    FormatSetting format = session->formatSettings();
+    format.ClearAfterSend = true;
+    format.Macros = {SendMacro{"one", "1", false, SendMacro::NoLineEnding, {}, false, 0},
+                     SendMacro{"query", "01 03", true, SendMacro::NoLineEnding, "CRC-16/MODBUS", false, 0}};
+    session->setFormatSettings(format);
+    session->updateDisplay();
+    session->show();
+    QVERIFY(QTest::qWaitForWindowActive(session));
+
+    auto *box = panel->child<QPlainTextEdit>("textEdit");
+    box->setFocus();
+    box->setPlainText(QStringLiteral("ping"));
+    QTest::keyClick(box, Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(receive(), QByteArray("ping"));
+    QCOMPARE(box->toPlainText(), QString());
+    QTest::keyClick(box, Qt::Key_2, Qt::ControlModifier);
+    QCOMPARE(receive(), QByteArray::fromHex("01034021"));
+
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write(QByteArray(2500, 'x'));
+    file.close();
+    auto *sender = session->findChild<FileSender *>();
+    QSignalSpy finished(sender, &FileSender::finished);
+    QVERIFY(sender->start(file.fileName()));
+    QTRY_COMPARE(finished.count(), 1);
+    QByteArray received;
+    for (QByteArray datagram = receive(); !datagram.isEmpty(); datagram = receive(300))
+        received += datagram;
+    QCOMPARE(received, QByteArray(2500, 'x'));
+    QCOMPARE(session->sentBytes(), qint64(4 + 4 + 2500));
 }
 
 QTEST_MAIN(TestUdpSession)

@@ -1,10 +1,13 @@
 #include <QApplication>
+#include <QIcon>
 #include <QLocale>
 #include <QLoggingCategory>
 #include <QScreen>
 #include <QSettings>
 #include <QTranslator>
 
+#include "app/commandline.h"
+#include "app/fileopenrequests.h"
 #include "app/mainwindow.h"
 #include "app/setconfigfilepathdialog.h"
 #include "app/startup.h"
@@ -29,6 +32,25 @@ bool ensureConfigFolder(const QSettings &settings)
     return dialog.exec() == QDialog::Accepted;
 }
 
+// Help, version and mistakes are answered on the terminal, without a window.
+bool answeredOnTerminal(const CommandLine &commandLine, int &exitCode)
+{
+    switch (commandLine.action) {
+    case CommandLine::ShowHelp:
+    case CommandLine::ShowVersion:
+        fputs(qPrintable(commandLine.output), stdout);
+        exitCode = 0;
+        return true;
+    case CommandLine::Fail:
+        fputs(qPrintable(commandLine.output + QLatin1Char('\n')), stderr);
+        exitCode = 1;
+        return true;
+    case CommandLine::Run:
+        break;
+    }
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -40,13 +62,27 @@ int main(int argc, char *argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("VERDANE"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("verdane.example"));
     QCoreApplication::setApplicationName(QStringLiteral("Quorvane"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION "." QUORVANE_BUILD));
+    QGuiApplication::setDesktopFileName(QStringLiteral("example.verdane.quorvane"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/resource/logo.png")));
     logArguments(argc, argv);
+    // Finder's requests may come while the first-run dialog is up.
+    auto *fileOpenRequests = new FileOpenRequests(&app);
 
     QSettings settings;
-    // The translator must outlive every window, so it lives here.
+    // The translators must outlive every window, so they live here.
     QTranslator translator;
-    installTranslation(translator, settings.value(StartupKeys::language, 0).toInt(),
-                       QLocale::system().name());
+    QTranslator qtTranslator;
+    const int language = settings.value(StartupKeys::language, 0).toInt();
+    const QString localeName = QLocale::system().name();
+    installTranslation(translator, language, localeName);
+    if (shouldLoadChinese(language, localeName))
+        installQtTranslation(qtTranslator);
+
+    const CommandLine commandLine = CommandLine::parse(QCoreApplication::arguments());
+    int exitCode = 0;
+    if (answeredOnTerminal(commandLine, exitCode))
+        return exitCode;
 
     if (!ensureConfigFolder(settings))
         return 0;
@@ -55,11 +91,12 @@ int main(int argc, char *argv[])
     // to the window system.
     const QScreen *screen = QGuiApplication::primaryScreen();
     const QSize availableSize = screen ? screen->availableGeometry().size() : QSize();
-    MainWindow window;
+    MainWindow window(nullptr, commandLine.documentFile);
     restoreWindowGeometry(window, settings, availableSize);
     window.show();
-    if (argc >= 2)
-        window.start(QString::fromUtf8(argv[1]));
+    if (commandLine.startsPort)
+        window.start(commandLine.portName);
+    fileOpenRequests->setHandler([&window](const QString &fileName) { window.openDocument(fileName); });
 
     return app.exec();
 }

@@ -3,7 +3,7 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -13,6 +13,7 @@
 #include <QLocale>
 #include <QProcess>
 #include <QProgressBar>
+#include <QScrollArea>
 #include <QSerialPortInfo>
 #include <QSettings>
 #include <QTimer>
@@ -20,6 +21,7 @@
 
 #include "common/logging.h"
 #include "common/serialportlist.h"
+#include "common/statuscolors.h"
 #include "common/texthelpers.h"
 #include "dialogs/multiportsettingdlg.h"
 #include "dialogs/newconnection.h"
@@ -27,11 +29,11 @@
 #include "session/serialportwidget.h"
 #include "tools/asciicode.h"
 #include "tools/toolbox.h"
+#include "workspace/sessiontitlebar.h"
 
 namespace {
 
 const QString AppTitle = QStringLiteral("Quorvane");
-const QString DocumentFilter = QStringLiteral("Quorvane files (*.qvn)");
 const QString HomepageUrl = QStringLiteral("https://www.verdane.example/quorvane");
 const QList<int> CollapsedPanel = {0, 100};
 
@@ -52,10 +54,17 @@ QString folderOf(const QString &fileName)
 
 } // namespace
 
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWindow)
+QString MainWindow::documentFilter()
+{
+    return tr("Quorvane files (*.qvn)");
+}
+
+MainWindow::MainWindow(QWidget *parent, const QString &startDocument)
+    : QMainWindow(parent), ui(new Ui::MainWindow)
 {
     ui->setupUi(this);
     createRecentFileActions();
+    adoptWorkspaceIntoScrollArea();
 
     displayTimer = new QTimer(this);
     connect(displayTimer, &QTimer::timeout, this, &MainWindow::onUpdateDisplay);
@@ -85,7 +94,9 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     setWindowTitle(AppTitle + QStringLiteral("[*]"));
 
     const QString lastDocument = prefs.recentFiles.value(0);
-    if (prefs.openLastConnection && !lastDocument.isEmpty() && QFileInfo::exists(lastDocument))
+    if (!startDocument.isEmpty())
+        loadFile(startDocument);
+    else if (prefs.openLastConnection && !lastDocument.isEmpty() && QFileInfo::exists(lastDocument))
         loadFile(lastDocument);
 
     runState = Stopped;
@@ -110,6 +121,31 @@ MainWindow::~MainWindow()
 SerialPortWidget *MainWindow::session(int index) const
 {
     return index >= 0 && index < portCount ? sessions[size_t(index)] : nullptr;
+}
+
+int MainWindow::indexOfSession(const SerialPortWidget *wanted) const
+{
+    for (int i = 0; i < portCount; ++i) {
+        if (sessions[size_t(i)] == wanted)
+            return i;
+    }
+    return -1;
+}
+
+SerialPortWidget *MainWindow::maximizedWorkspaceSession() const
+{
+    return maximizedSession;
+}
+
+// The session Close Session and Clear Session act on: the one given the
+// whole workspace, else the one that last held the keyboard focus.
+SerialPortWidget *MainWindow::currentSession() const
+{
+    if (maximizedSession)
+        return maximizedSession;
+    if (indexOfSession(focusedSession) >= 0)
+        return focusedSession;
+    return portCount == 1 ? sessions[0] : nullptr;
 }
 
 // --- hooks ---------------------------------------------------------------
@@ -162,6 +198,24 @@ void MainWindow::createRecentFileActions()
         connect(action, &QAction::triggered, this, &MainWindow::openRecentFile);
         ui->fileMenu->insertAction(separatorAboveExit, action);
     }
+}
+
+// Sessions keep a usable size and the workspace scrolls, so that no number
+// of sessions pushes the window past the screen.
+void MainWindow::adoptWorkspaceIntoScrollArea()
+{
+    auto *scrollArea = new QScrollArea;
+    scrollArea->setObjectName(QStringLiteral("workspaceScrollArea"));
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidget(takeCentralWidget());
+    setCentralWidget(scrollArea);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        for (int i = 0; i < portCount; ++i) {
+            if (sessions[size_t(i)]->isAncestorOf(now))
+                focusedSession = sessions[size_t(i)];
+        }
+    });
 }
 
 void MainWindow::createStatusBar()
@@ -229,7 +283,37 @@ SerialPortWidget *MainWindow::appendSession()
     auto *session = new SerialPortWidget;
     sessions[size_t(portCount)] = session;
     ++portCount;
+    const QPointer<SerialPortWidget> guarded(session);
+    SessionTitleBar *titleBar = session->sessionTitleBar();
+    // Queued: the session goes away with the button that asked for it.
+    connect(titleBar, &SessionTitleBar::closeRequested, this, [this, guarded] { removeSession(guarded); },
+            Qt::QueuedConnection);
+    connect(titleBar, &SessionTitleBar::maximizeToggled, this, [this, guarded] { toggleMaximized(guarded); });
     return session;
+}
+
+void MainWindow::removeSession(SerialPortWidget *session)
+{
+    const int index = indexOfSession(session);
+    if (index < 0 || portCount < 2)
+        return;
+    destroySession(index);
+    std::move(sessions.begin() + index + 1, sessions.begin() + portCount, sessions.begin() + index);
+    --portCount;
+    sessions[size_t(portCount)] = nullptr;
+    if (ui->acViewHorizontal->isChecked())
+        portNumberPerColumn = portCount;
+    updateGrid();
+    setWindowModified(true);
+    qCDebug(lcDefault) << "removeSession: Port Number =" << portCount;
+}
+
+void MainWindow::toggleMaximized(SerialPortWidget *session)
+{
+    if (indexOfSession(session) < 0)
+        return;
+    maximizedSession = maximizedSession == session ? nullptr : session;
+    updateGrid();
 }
 
 void MainWindow::destroySession(int index)
@@ -274,8 +358,13 @@ void MainWindow::updateGrid()
     const QList<int> splitterSizes = ui->acViewQuickSettings->isChecked()
                                          ? QList<int>{prefs.splitterLeft, prefs.splitterRight}
                                          : CollapsedPanel;
-    for (int i = 0; i < portCount; ++i)
-        sessions[size_t(i)]->updateSplitterSizes(splitterSizes);
+    for (int i = 0; i < portCount; ++i) {
+        SerialPortWidget *session = sessions[size_t(i)];
+        session->updateSplitterSizes(splitterSizes);
+        session->sessionTitleBar()->setClosable(portCount > 1);
+        if (maximizedSession && session != maximizedSession)
+            session->hide();
+    }
 }
 
 void MainWindow::start(const QString &name)
@@ -309,6 +398,7 @@ void MainWindow::chooseLayout(QAction *layoutAction, int sessionsPerRow)
     for (QAction *action : {ui->acViewHorizontal, ui->acViewVertical, ui->acViewGrid, ui->acViewCustom})
         action->setChecked(action == layoutAction);
     portNumberPerColumn = sessionsPerRow;
+    maximizedSession = nullptr;
     updateGrid();
 }
 
@@ -384,6 +474,22 @@ void MainWindow::on_acEditRemove_triggered()
         setWindowModified(true);
     }
     qCDebug(lcDefault) << "on_acEditRemove_triggered: Port Number =" << portCount;
+}
+
+void MainWindow::on_acEditCloseSession_triggered()
+{
+    if (SerialPortWidget *current = currentSession())
+        removeSession(current);
+    else
+        sessions[0]->showMessage(tr("Click into the session to close first"), 2000);
+}
+
+void MainWindow::on_acEditClearSession_triggered()
+{
+    if (SerialPortWidget *current = currentSession())
+        current->clear();
+    else
+        sessions[0]->showMessage(tr("Click into the session to clear first"), 2000);
 }
 
 void MainWindow::on_acMonStart_triggered()
@@ -512,6 +618,10 @@ void MainWindow::onUpdateDisplay()
     }
 
     ui->acEditAdd->setEnabled(portCount != MaxSessions);
+    ui->acEditCloseSession->setEnabled(portCount > 1);
+    SerialPortWidget *current = portCount > 1 ? currentSession() : nullptr;
+    for (int i = 0; i < portCount; ++i)
+        sessions[size_t(i)]->sessionTitleBar()->setCurrent(sessions[size_t(i)] == current);
     ui->acMonStart->setChecked(runState == Running);
     ui->acEditPause->setChecked(runState == Paused);
     ui->acMonStop->setChecked(runState == Stopped);
@@ -540,7 +650,7 @@ void MainWindow::updateStatusBar()
         qCDebug(lcDefault) << "updateStatusBar: " << first->lastErrorText();
         first->clearNewError();
         errorTimer->start(5000);
-        errorLabel->setText(QStringLiteral("<font color = red> %1 </font>").arg(first->lastErrorText()));
+        errorLabel->setText(StatusColors::html(QLatin1Char(' ') + first->lastErrorText(), false, palette()));
     }
 }
 
@@ -790,7 +900,7 @@ bool MainWindow::save()
 
 bool MainWindow::saveAs()
 {
-    QString fileName = chooseSaveFile(tr("Save Quorvane"), prefs.lastDirectory, DocumentFilter);
+    QString fileName = chooseSaveFile(tr("Save Quorvane"), prefs.lastDirectory, documentFilter());
     if (fileName.isEmpty())
         return false;
     prefs.lastDirectory = folderOf(fileName);
@@ -831,12 +941,20 @@ void MainWindow::open()
 {
     if (!okToContinue())
         return;
-    const QString fileName = chooseOpenFile(tr("Open Quorvane"), prefs.lastDirectory, DocumentFilter);
+    const QString fileName = chooseOpenFile(tr("Open Quorvane"), prefs.lastDirectory, documentFilter());
     // The folder remembered is that of the document open before this command.
     if (!curFile.isEmpty())
         prefs.lastDirectory = folderOf(curFile);
     if (!fileName.isEmpty())
         loadFile(fileName);
+}
+
+void MainWindow::openDocument(const QString &fileName)
+{
+    if (!okToContinue())
+        return;
+    prefs.lastDirectory = folderOf(fileName);
+    loadFile(fileName);
 }
 
 void MainWindow::openRecentFile()

@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPointer>
 
 #include "app/preferences.h"
 #include "app/sessiondocument.h"
@@ -32,7 +33,8 @@ public:
     static constexpr int MaxSessions = SessionDocument::MaxSessions;
     static constexpr int MaxRecentFiles = 9;
 
-    explicit MainWindow(QWidget *parent = nullptr);
+    // startDocument, when given, is opened instead of the last document.
+    explicit MainWindow(QWidget *parent = nullptr, const QString &startDocument = QString());
     ~MainWindow() override;
 
     void start(const QString &name);
@@ -45,6 +47,8 @@ public:
 
     int sessionCount() const { return portCount; }
     SerialPortWidget *session(int index) const;
+    SerialPortWidget *currentSession() const;
+    SerialPortWidget *maximizedWorkspaceSession() const;
     int sessionsPerRow() const { return portNumberPerColumn; }
     int workspaceRunState() const { return runState; }
     QString currentFile() const { return curFile; }
@@ -60,7 +64,10 @@ public slots:
     bool saveAs();
     bool saveFile(const QString &fileName, bool showProgress);
     void open();
+    void openDocument(const QString &fileName);
     void openRecentFile();
+    void removeSession(SerialPortWidget *session);
+    void toggleMaximized(SerialPortWidget *session);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -90,6 +97,8 @@ private slots:
     void on_acMonStop_triggered();
     void on_acEditAdd_triggered();
     void on_acEditRemove_triggered();
+    void on_acEditCloseSession_triggered();
+    void on_acEditClearSession_triggered();
     void on_acEditClear_triggered();
     void on_actionClearSendHistory_triggered();
     void on_actionNewLine_triggered();
@@ -115,7 +124,9 @@ private slots:
     void on_actionTest_triggered();
 
 private:
+    static QString documentFilter();
     void createRecentFileActions();
+    void adoptWorkspaceIntoScrollArea();
     void createStatusBar();
     void readSettings(QSettings &store);
     void writeSettings();
@@ -125,6 +136,7 @@ private:
 
     SerialPortWidget *appendSession();
     void destroySession(int index);
+    int indexOfSession(const SerialPortWidget *wanted) const;
     void destroyAllSessions();
     void chooseLayout(QAction *layoutAction, int sessionsPerRow);
     void fillPortCombo();
@@ -138,6 +150,9 @@ private:
     int portNumberPerColumn = 1;
     int runState = Stopped;
     int lastPortCount = -1;
+
+    QPointer<SerialPortWidget> maximizedSession;
+    QPointer<SerialPortWidget> focusedSession;
 
     QComboBox *portCombo = nullptr;
     QAction *portComboAction = nullptr;

@@ -5,6 +5,7 @@
 #include <QSettings>
 
 #include "common/logging.h"
+#include "common/texthelpers.h"
 
 namespace {
 
@@ -89,6 +90,9 @@ Preferences Preferences::read(const QSettings &store)
     p.lastLogFile = value("LastLogFile").toString();
     p.lastDirectory = value("LastDirectory").toString();
     p.sendList = value("SendList").toStringList();
+    p.enterSends = value("EnterSends", d.enterSends).toBool();
+    p.clearAfterSend = value("ClearAfterSend", d.clearAfterSend).toBool();
+    p.macros = macrosFromText(value("SendMacros").toString());
     p.language = value("ValueL", d.language).toInt();
     return p;
 }
@@ -132,9 +136,12 @@ void Preferences::write(QSettings &store) const
     set("LastDisplayFontFamily", fontFamily);
     set("LastDisplayFontSize", fontSize);
     set("LastFormatDisplayColor", formatDisplayColor);
-    set("LastSendTextColor", sendTextColor.name());
-    set("LastReceiveTextColor", receiveTextColor.name());
+    set("LastSendTextColor", storedColorName(sendTextColor));
+    set("LastReceiveTextColor", storedColorName(receiveTextColor));
     set("SendList", sendList);
+    set("EnterSends", enterSends);
+    set("ClearAfterSend", clearAfterSend);
+    set("SendMacros", macrosToText(macros));
     set("RecentFiles", recentFiles);
     set("LastFile", lastFile);
     set("LastLogFile", lastLogFile);
@@ -178,6 +185,9 @@ void Preferences::applyTo(PortSettings &port, FormatSetting &format) const
     format.SendTextColor = sendTextColor;
     format.ReceiveTextColor = receiveTextColor;
     format.SendList = sendList;
+    format.EnterSends = enterSends;
+    format.ClearAfterSend = clearAfterSend;
+    format.Macros = macros;
 }
 
 void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format)
@@ -220,6 +230,9 @@ void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format
     sendTextColor = format.SendTextColor;
     receiveTextColor = format.ReceiveTextColor;
     sendList = format.SendList;
+    enterSends = format.EnterSends;
+    clearAfterSend = format.ClearAfterSend;
+    macros = format.Macros;
 }
 
 bool Preferences::chineseChecked(int language, const QString &systemLocaleName)

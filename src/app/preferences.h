@@ -48,9 +48,13 @@ struct Preferences {
     QString fontFamily = QStringLiteral("Consolas");
     qint32 fontSize = 12;
     bool formatDisplayColor = false;
-    QColor sendTextColor = Qt::black;
-    QColor receiveTextColor = Qt::black;
+    // None chosen: the palette's text colour, readable on dark and light.
+    QColor sendTextColor;
+    QColor receiveTextColor;
     QStringList sendList;
+    bool enterSends = false;
+    bool clearAfterSend = false;
+    SendMacroList macros;
     bool openLastConnection = false;
     QStringList recentFiles;
     QString lastFile;

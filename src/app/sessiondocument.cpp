@@ -3,6 +3,7 @@
 #include <QSettings>
 
 #include "common/logging.h"
+#include "common/texthelpers.h"
 
 namespace SessionDocument {
 
@@ -107,6 +108,9 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
     file.setValue(key(i, "FormatSend"), format.FormatSend);
     file.setValue(key(i, "AutoAddFeedLine"), format.AutoAddFeedLine);
     file.setValue(key(i, "SendList"), format.SendList);
+    file.setValue(key(i, "EnterSends"), format.EnterSends);
+    file.setValue(key(i, "ClearAfterSend"), format.ClearAfterSend);
+    file.setValue(key(i, "SendMacros"), macrosToText(format.Macros));
     report(progress, 30);
     file.setValue(key(i, "LogSaveFlag"), format.LogSaveFlag);
     file.setValue(key(i, "LogFilePath"), format.LogFilePath);
@@ -118,8 +122,8 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
     file.setValue(key(i, "LogFontSize"), format.LogFont.pointSize());
     file.setValue(key(i, "LogFontWeight"), int(format.LogFont.weight()));
     file.setValue(key(i, "FormatDisplayColor"), format.FormatDisplayColor);
-    file.setValue(key(i, "SendTextColor"), format.SendTextColor.name());
-    file.setValue(key(i, "ReceiveTextColor"), format.ReceiveTextColor.name());
+    file.setValue(key(i, "SendTextColor"), storedColorName(format.SendTextColor));
+    file.setValue(key(i, "ReceiveTextColor"), storedColorName(format.ReceiveTextColor));
     file.setValue(key(i, "LastTargetHost"), joinHosts(port.lastTargetHost));
     file.setValue(key(i, "LastTargetPort"), port.lastTargetPort);
     file.setValue(key(i, "ConnMode"), port.connMode);
@@ -151,6 +155,9 @@ void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting
     format.FormatSend = intFlag(file, i, "FormatSend");
     format.AutoAddFeedLine = file.value(key(i, "AutoAddFeedLine")).toBool();
     format.SendList = file.value(key(i, "SendList")).toStringList();
+    format.EnterSends = file.value(key(i, "EnterSends")).toBool();
+    format.ClearAfterSend = file.value(key(i, "ClearAfterSend")).toBool();
+    format.Macros = macrosFromText(file.value(key(i, "SendMacros")).toString());
     format.LogSaveFlag = intFlag(file, i, "LogSaveFlag");
     format.LogFilePath = file.value(key(i, "LogFilePath")).toString();
     format.LogTimestampEnabled = file.value(key(i, "LogTimestampEnabled")).toBool();

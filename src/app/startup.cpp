@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QPoint>
 #include <QRect>
 #include <QSettings>
@@ -12,6 +13,7 @@
 
 namespace {
 const QString chineseCatalogue = QStringLiteral(":/language/language/zh_CN");
+const QString qtChineseCatalogue = QStringLiteral("qtbase_zh_CN");
 const QSize defaultWindowSize(1000, 800);
 const QPoint defaultWindowPosition(200, 200);
 }
@@ -40,6 +42,17 @@ bool installTranslation(QTranslator &translator, int languagePreference, const Q
     return loaded;
 }
 
+bool installQtTranslation(QTranslator &translator)
+{
+    const bool loaded = translator.load(qtChineseCatalogue, QStringLiteral(":/language"))
+                        || translator.load(qtChineseCatalogue, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    if (loaded)
+        QCoreApplication::installTranslator(&translator);
+    else
+        qCWarning(lcDefault) << "load Qt's language zh_CN failed!";
+    return loaded;
+}
+
 bool needsConfigFolder(const QSettings &settings)
 {
     return !settings.contains(StartupKeys::configFilePath);
@@ -47,7 +60,9 @@ bool needsConfigFolder(const QSettings &settings)
 
 void restoreWindowGeometry(QWidget &window, const QSettings &settings, const QSize &availableSize)
 {
-    const QSize size = settings.value(StartupKeys::lastWindowSize, defaultWindowSize).toSize();
+    QSize size = settings.value(StartupKeys::lastWindowSize, defaultWindowSize).toSize();
+    if (availableSize.isValid())
+        size = size.boundedTo(availableSize);
     const QPoint position = settings.value(StartupKeys::lastWindowPosition, defaultWindowPosition).toPoint();
     qCDebug(lcDefault) << "### last window position:" << position;
 

@@ -30,11 +30,15 @@ bool isRestorablePosition(const QPoint &position, const QSize &availableSize);
 // English texts). Returns whether a catalogue was loaded.
 bool installTranslation(QTranslator &translator, int languagePreference, const QString &localeName);
 
+// Loads Qt's own Chinese texts (standard buttons, file dialogs) from the
+// copy built into the program, else from Qt's folder, and installs them.
+bool installQtTranslation(QTranslator &translator);
+
 // True until a configuration folder has been chosen once, even an empty one.
 bool needsConfigFolder(const QSettings &settings);
 
-// Applies the size and, when it is on screen, the position stored at the
-// last exit.
+// Applies the size, cut to the available screen area, and, when it is on
+// screen, the position stored at the last exit.
 void restoreWindowGeometry(QWidget &window, const QSettings &settings, const QSize &availableSize);
 
 #endif

@@ -104,3 +104,8 @@ quint16 portFromText(const QString &text)
         return 0;
     return quint16(port);
 }
+
+QString storedColorName(const QColor &color)
+{
+    return color.isValid() ? color.name() : QString();
+}

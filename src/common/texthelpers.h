@@ -2,6 +2,7 @@
 #define QUORVANE_TEXTHELPERS_H
 
 #include <QByteArray>
+#include <QColor>
 #include <QString>
 #include <QVector>
 
@@ -31,6 +32,10 @@ QString strippedName(const QString &fullFileName);
 // Elsewhere every device is named tty* and all are listed.
 bool isListedSerialPort(const QString &portName, bool macOS);
 bool isListedSerialPort(const QString &portName);
+
+// A chosen colour as stored ("#rrggbb"); empty when none was chosen, which
+// shows text in the palette's own colour.
+QString storedColorName(const QColor &color);
 
 // A port number typed into a box; anything but a number in 0..65535 is 0.
 quint16 portFromText(const QString &text);

@@ -113,12 +113,14 @@ void SettingsDialog::initialPara()
     else
         fillPortsParameters();
 
-    ui->sendInterUnitCB->addItem(QStringLiteral("ms"), UnitMilliseconds);
-    ui->sendInterUnitCB->addItem(QStringLiteral("s"), UnitSeconds);
-    ui->sendInterUnitCB->addItem(QStringLiteral("m"), UnitMinutes);
-    ui->sendInterUnitCB->addItem(QStringLiteral("h"), UnitHours);
+    ui->sendInterUnitCB->addItem(tr("ms"), UnitMilliseconds);
+    ui->sendInterUnitCB->addItem(tr("s"), UnitSeconds);
+    ui->sendInterUnitCB->addItem(tr("m"), UnitMinutes);
+    ui->sendInterUnitCB->addItem(tr("h"), UnitHours);
     ui->sendIntervalSB->setValue(1000);
     ui->fontLE->setText(fontDescription(chosenFont));
+    for (QLineEdit *colorField : {ui->sendTextColorLE, ui->receiveTextColorLE})
+        colorField->setPlaceholderText(tr("Theme colour"));
 }
 
 void SettingsDialog::fillPortsInfo()
@@ -306,7 +308,7 @@ void SettingsDialog::on_receiveTextColorPB_clicked()
 
 void SettingsDialog::chooseColor(QColor &color, QLineEdit *display)
 {
-    const QColor chosen = QColorDialog::getColor(color.isValid() ? color : QColor(Qt::black), this);
+    const QColor chosen = QColorDialog::getColor(color.isValid() ? color : palette().color(QPalette::Text), this);
     if (!chosen.isValid())
         return;
     color = chosen;

@@ -1,5 +1,7 @@
 #include "dialogs/settingsfields.h"
 
+#include <QCoreApplication>
+
 #include <limits>
 
 #include "common/texthelpers.h"
@@ -106,21 +108,21 @@ NetworkRows networkRows(qint32 mode)
     switch (mode) {
     case TcpServerMode:
     case UdpServerMode:
-        rows.hostLabel = QStringLiteral(" IP");
+        rows.hostLabel = QCoreApplication::translate("SettingsDialog", " IP");
         rows.hostIsLocalAddress = true;
-        rows.portLabel = QStringLiteral("Port");
+        rows.portLabel = QCoreApplication::translate("SettingsDialog", "Port");
         break;
     case UdpClientMode:
     case UdpGroupMode:
-        rows.hostLabel = QStringLiteral("Dest Host");
+        rows.hostLabel = QCoreApplication::translate("SettingsDialog", "Dest Host");
         rows.hostExample = mode == UdpGroupMode ? QStringLiteral("224.0.1.0") : QStringLiteral("127.0.0.1");
-        rows.portLabel = QStringLiteral("Dest Port");
+        rows.portLabel = QCoreApplication::translate("SettingsDialog", "Dest Port");
         rows.localRows = true;
         break;
     default:
-        rows.hostLabel = QStringLiteral("Host");
+        rows.hostLabel = QCoreApplication::translate("SettingsDialog", "Host");
         rows.hostExample = QStringLiteral("127.0.0.1");
-        rows.portLabel = QStringLiteral("Port");
+        rows.portLabel = QCoreApplication::translate("SettingsDialog", "Port");
         break;
     }
     return rows;

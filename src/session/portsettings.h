@@ -8,6 +8,7 @@
 #include <QTime>
 
 #include "common/types.h"
+#include "send/sendmacro.h"
 
 // How a port session connects. Copied whole into and out of the dialogs.
 struct PortSettings {
@@ -52,6 +53,9 @@ struct FormatSetting {
     bool AutoAddFeedLine = true;
     qint32 LineEndingMode = CarriageReturnLineFeed;
     QStringList SendList;
+    bool EnterSends = false;
+    bool ClearAfterSend = false;
+    SendMacroList Macros;
 
     bool LogSaveFlag = false;
     QString LogFilePath = QStringLiteral("%S.log");

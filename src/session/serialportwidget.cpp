@@ -1,6 +1,7 @@
 #include "session/serialportwidget.h"
 #include "ui_serialportwidget.h"
 
+#include <QHBoxLayout>
 #include <QHostAddress>
 #include <QIntValidator>
 #include <QKeyEvent>
@@ -11,50 +12,27 @@
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUdpSocket>
+#include <QVBoxLayout>
 
 #include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/serialportlist.h"
+#include "common/statuscolors.h"
 #include "common/texthelpers.h"
 #include "net/multiclientserver.h"
+#include "send/filesender.h"
+#include "send/filesendpanel.h"
+#include "send/hexinputfeedback.h"
+#include "send/macrobar.h"
+#include "send/sendboxcontroller.h"
 #include "session/sendencoder.h"
+#include "session/statustexts.h"
 #include "session/viewappender.h"
+#include "workspace/sessiontitlebar.h"
 
 namespace {
 
 const QString networkEntry = QString::fromLatin1(networkPortEntry);
-
-QString parityText(QSerialPort::Parity parity)
-{
-    switch (parity) {
-    case QSerialPort::NoParity: return QStringLiteral("NONE");
-    case QSerialPort::EvenParity: return QStringLiteral("EVEN");
-    case QSerialPort::OddParity: return QStringLiteral("ODD");
-    case QSerialPort::SpaceParity: return QStringLiteral("SPACE");
-    case QSerialPort::MarkParity: return QStringLiteral("MARK");
-    }
-    return QString();
-}
-
-QString stopBitsText(QSerialPort::StopBits stopBits)
-{
-    switch (stopBits) {
-    case QSerialPort::OneStop: return QStringLiteral("1");
-    case QSerialPort::OneAndHalfStop: return QStringLiteral("1.5");
-    case QSerialPort::TwoStop: return QStringLiteral("2");
-    }
-    return QString();
-}
-
-QString flowControlText(QSerialPort::FlowControl flow)
-{
-    switch (flow) {
-    case QSerialPort::NoFlowControl: return QStringLiteral("OFF");
-    case QSerialPort::HardwareControl: return QStringLiteral("Hardware");
-    case QSerialPort::SoftwareControl: return QStringLiteral("Xon/Xoff");
-    }
-    return QString();
-}
 
 void selectData(QComboBox *box, const QVariant &data)
 {
@@ -93,6 +71,10 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     baudRateValidator = new QIntValidator(0, 100000000, this);
 
     ui->setupUi(this);
+    titleBar = new SessionTitleBar(this);
+    ui->verticalLayout->insertWidget(0, titleBar);
+    // Room beyond the minimum goes to the traffic, not to the bars around it.
+    ui->verticalLayout->setStretchFactor(ui->splitter, 1);
     ui->splitter_data->setStretchFactor(0, 3);
     ui->splitter_data->setStretchFactor(1, 1);
     viewAppender = new ViewAppender(ui->receiveView);
@@ -100,6 +82,7 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     formatSetting.SendInterval = ui->sendIntervelSB->value();
 
     initTimers();
+    initSendTools();
     createStatusBar();
     const QList<SerialPortItem> ports = listedSerialPorts();
     fillPortsInfo(ports);
@@ -140,6 +123,42 @@ void SerialPortWidget::initTimers()
     portScanTimer->start();
 }
 
+// The console keys, hex feedback and macro bar around the send box.
+void SerialPortWidget::initSendTools()
+{
+    sendBoxController = new SendBoxController(ui->textEdit, [this] { return formatSetting.SendList; }, ui->sendArea);
+    ui->sendButtonsLayout->insertWidget(ui->sendButtonsLayout->indexOf(ui->sendBox) + 1,
+                                        sendBoxController->optionsWidget());
+    connect(sendBoxController, &SendBoxController::sendRequested, this, &SerialPortWidget::on_sendButton_clicked);
+    connect(sendBoxController, &SendBoxController::optionsChanged, this, [this] {
+        formatSetting.EnterSends = sendBoxController->enterSends();
+        formatSetting.ClearAfterSend = sendBoxController->clearAfterSend();
+    });
+
+    auto *hexHint = new QLabel(ui->sendArea);
+    hexHint->setObjectName(QStringLiteral("hexSendHint"));
+    hexInputMarker = new HexInputMarker(ui->textEdit, hexHint, this);
+    connect(ui->hexSendRadio, &QRadioButton::toggled, hexInputMarker, &HexInputMarker::setHexMode);
+
+    macroBar = new MacroBar(this, ui->sendArea);
+    connect(macroBar, &MacroBar::sendRequested, this, &SerialPortWidget::sendBytes);
+    connect(macroBar, &MacroBar::macrosEdited, this, [this] { formatSetting.Macros = macroBar->macros(); });
+
+    fileSender = new FileSender([this] { return sendBacklog(); }, this);
+    connect(fileSender, &FileSender::chunkReady, this, &SerialPortWidget::sendFileChunk);
+
+    auto *belowBox = new QHBoxLayout;
+    belowBox->addWidget(hexHint);
+    belowBox->addWidget(new FileSendPanel(fileSender, ui->sendArea), 1);
+    auto *boxColumn = new QVBoxLayout;
+    const int boxAt = ui->sendLayout->indexOf(ui->textEdit);
+    ui->sendLayout->removeWidget(ui->textEdit);
+    boxColumn->addWidget(macroBar);
+    boxColumn->addWidget(ui->textEdit, 1);
+    boxColumn->addLayout(belowBox);
+    ui->sendLayout->insertLayout(boxAt, boxColumn, 1);
+}
+
 // ---------------------------------------------------------------------------
 // Connection lifecycle
 
@@ -153,6 +172,7 @@ bool SerialPortWidget::start(const QString &portName)
         pushByteArray(pausedData, true, RX);
     }
     m_runState = Running;
+    started = true;
 
     switch (currentSettings.connMode) {
     case SerialPortMode:
@@ -231,6 +251,8 @@ QString SerialPortWidget::shownPortName() const
 void SerialPortWidget::stop()
 {
     m_runState = Stopped;
+    started = false;
+    macroBar->stopRepeats();
     readTimer->stop();
     sendTimer->stop();
     saveTimer->stop();
@@ -440,14 +462,54 @@ QByteArray SerialPortWidget::encodeSendData(const QString &text, bool rewriteBox
     if (options.hexMode && rewriteBox && ui->textEdit->toPlainText() != encoded.boxText)
         ui->textEdit->setPlainText(encoded.boxText);
 
-    sentCount += encoded.bytes.size();
     formatSetting.SendList = addToSendHistory(formatSetting.SendList, encoded.historyEntry);
-    if (formatSetting.DisplaySendMsg && !encoded.bytes.isEmpty()) {
-        pushByteArray(encoded.bytes, false, TX);
-        displayPortBuffer();
-    }
+    recordSent(encoded.bytes, encoded.bytes.size());
     updateSendListDisplay();
     return encoded.bytes;
+}
+
+void SerialPortWidget::recordSent(const QByteArray &data, qsizetype shownBytes)
+{
+    sentCount += data.size();
+    if (formatSetting.DisplaySendMsg && !data.isEmpty() && shownBytes > 0) {
+        pushByteArray(data.left(shownBytes), false, TX);
+        displayPortBuffer();
+    }
+}
+
+void SerialPortWidget::sendBytes(const QByteArray &data)
+{
+    recordSent(data, data.size());
+    sendMessage(data);
+}
+
+// Only the start of a file is shown, so a large one cannot flood the view;
+// the file panel sums up the rest.
+void SerialPortWidget::sendFileChunk(const QByteArray &chunk, qint64 offset)
+{
+    const qint64 shownLimit = 64 << 10;
+    recordSent(chunk, qsizetype(qMax<qint64>(0, shownLimit - offset)));
+    sendMessage(chunk);
+}
+
+qint64 SerialPortWidget::sendBacklog() const
+{
+    switch (currentSettings.connMode) {
+    case SerialPortMode:
+        return serial->isOpen() ? serial->bytesToWrite() : -1;
+    case TcpClientMode:
+        return tcpSocket && tcpSocket->state() == QAbstractSocket::ConnectedState ? tcpSocket->bytesToWrite() : -1;
+    case TcpServerMode:
+        if (QTcpSocket *client = selectedClient())
+            return client->bytesToWrite();
+        return -1;
+    case UdpServerMode:
+    case UdpClientMode:
+    case UdpGroupMode:
+        return udpSocket && udpSocket->state() == QAbstractSocket::BoundState ? 0 : -1;
+    default:
+        return -1;
+    }
 }
 
 void SerialPortWidget::updateSendListDisplay()
@@ -499,6 +561,7 @@ void SerialPortWidget::serialPortSend(const QByteArray &data)
 void SerialPortWidget::on_sendButton_clicked()
 {
     sendMessage(encodeSendData(ui->textEdit->toPlainText()));
+    sendBoxController->sent();
 }
 
 void SerialPortWidget::on_sendBox_activated(int index)
@@ -687,14 +750,19 @@ void SerialPortWidget::tcpClientSend(const QByteArray &data)
         tcpSocket->write(data);
 }
 
-void SerialPortWidget::tcpServerSend(const QByteArray &data)
+QTcpSocket *SerialPortWidget::selectedClient() const
 {
     if (!tcpServer || ui->clientTw->topLevelItemCount() == 0)
-        return;
+        return nullptr;
     const int row = qMax(0, ui->clientTw->currentIndex().row());
     const QList<QTcpSocket *> clients = tcpServer->clients();
-    if (row < clients.size())
-        clients.at(row)->write(data);
+    return row < clients.size() ? clients.at(row) : nullptr;
+}
+
+void SerialPortWidget::tcpServerSend(const QByteArray &data)
+{
+    if (QTcpSocket *client = selectedClient())
+        client->write(data);
 }
 
 void SerialPortWidget::udpSend(const QByteArray &data)
@@ -972,68 +1040,52 @@ void SerialPortWidget::refreshConnectionDisplay()
         break;
     }
     copyPanelChecks();
+    updateTitleBar();
+}
+
+void SerialPortWidget::updateTitleBar()
+{
+    const int mode = networkPanel ? panelNetworkMode() : SerialPortMode;
+    titleBar->setTitle(SessionTitleBar::titleFor(mode, embracedString(ui->portBox->currentText()),
+                                                 ui->dataBitsServerAddressBox->currentText(),
+                                                 ui->parityServerPortBox->currentText()));
+    titleBar->setLamp(SessionTitleBar::lampFor(started, m_runState, connectionOk));
+}
+
+int SerialPortWidget::panelNetworkMode() const
+{
+    const QString mode = ui->baudRateModeBox->currentText();
+    for (const NetworkMode &entry : networkModes()) {
+        if (mode.startsWith(entry.name))
+            return entry.mode;
+    }
+    return currentSettings.connMode;
 }
 
 void SerialPortWidget::setConnectionStatus(const QString &text, bool ok)
 {
-    const QString html = ok ? tr("<font color = green>%1 </font>").arg(text)
-                            : tr("<font color = red>%1 </font>").arg(text);
+    connectionOk = ok;
+    const QString html = StatusColors::html(text, ok, palette());
     if (connectionStatusLabel->text() != html)
         connectionStatusLabel->setText(html);
 }
 
 void SerialPortWidget::onRefreshSerialPortDisplay()
 {
-    QString html;
     if (serial->isOpen()) {
-        html = QStringLiteral("<font color = green> %1 OPENED, %2, %3, %4, %5, %6 </font>")
-                   .arg(serial->portName())
-                   .arg(serial->baudRate())
-                   .arg(serial->dataBits())
-                   .arg(parityText(serial->parity()), stopBitsText(serial->stopBits()),
-                        flowControlText(serial->flowControl()));
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialOpened(*serial), true);
         if (m_runState != Paused)
             m_runState = Running;
     } else {
         // A closed port is shown by the name chosen in the panel, which the
         // next start opens.
-        html = QStringLiteral("<font color = red> %1 CLOSED </font>").arg(embracedString(ui->portBox->currentText()));
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialClosed(embracedString(ui->portBox->currentText())),
+                            false);
     }
-    if (connectionStatusLabel->text() != html)
-        connectionStatusLabel->setText(html);
     updateCommonStatus();
 }
 
 namespace {
-
-struct SocketStateText {
-    QString text;
-    bool ok;
-};
-
-// boundText: what a bound socket reports in green; empty for the plain red text.
-SocketStateText socketStateText(QAbstractSocket::SocketState state, const QString &boundText = QString())
-{
-    switch (state) {
-    case QAbstractSocket::UnconnectedState:
-        return {QStringLiteral("The socket is not connected"), false};
-    case QAbstractSocket::HostLookupState:
-        return {QStringLiteral("The socket is performing a host name lookup."), false};
-    case QAbstractSocket::ConnectingState:
-        return {QStringLiteral("The socket has started establishing a connection..."), false};
-    case QAbstractSocket::ConnectedState:
-        return {QStringLiteral("Connection is established."), true};
-    case QAbstractSocket::BoundState:
-        if (!boundText.isEmpty())
-            return {boundText, true};
-        return {QStringLiteral("The socket is bound to an address and port."), false};
-    case QAbstractSocket::ListeningState:
-        return {QStringLiteral("For internal use only."), false};
-    case QAbstractSocket::ClosingState:
-        return {QStringLiteral("The socket is about to close (data may still be waiting to be written)."), false};
-    }
-    return {QString(), false};
-}
 
 // The run state follows the socket, except that a pause is the user's to end.
 int followSocket(QAbstractSocket::SocketState state, int runState)
@@ -1052,7 +1104,7 @@ void SerialPortWidget::onRefreshTcpClientDisplay()
     // The socket is dropped on disconnect, so a missing one is not connected.
     const QAbstractSocket::SocketState socketState = tcpSocket ? tcpSocket->state()
                                                                : QAbstractSocket::UnconnectedState;
-    const SocketStateText state = socketStateText(socketState);
+    const StatusTexts::Status state = StatusTexts::socketState(socketState);
     m_runState = followSocket(socketState, m_runState);
     setConnectionStatus(state.text, state.ok);
     updateCommonStatus();
@@ -1061,10 +1113,8 @@ void SerialPortWidget::onRefreshTcpClientDisplay()
 void SerialPortWidget::onRefreshUdpClientDisplay()
 {
     if (udpSocket) {
-        const QString bound = QStringLiteral("UDP socket is bound to %1:%2.")
-                                  .arg(udpSocket->localAddress().toString())
-                                  .arg(udpSocket->localPort());
-        const SocketStateText state = socketStateText(udpSocket->state(), bound);
+        const QString bound = StatusTexts::udpBound(udpSocket->localAddress().toString(), udpSocket->localPort());
+        const StatusTexts::Status state = StatusTexts::socketState(udpSocket->state(), bound);
         m_runState = followSocket(udpSocket->state(), m_runState);
         setConnectionStatus(state.text, state.ok);
     }
@@ -1078,10 +1128,10 @@ void SerialPortWidget::onRefreshTcpServerDisplay()
         const quint16 port = tcpServer->serverPort();
         QString text;
         if (tcpServer->clients().isEmpty()) {
-            text = QStringLiteral("Waiting for Connections on %1:%2...").arg(address).arg(port);
+            text = StatusTexts::serverWaiting(address, port);
             ui->sendButton->setText(tr("Open"));
         } else {
-            text = QStringLiteral("Listening on %1:%2").arg(address).arg(port);
+            text = StatusTexts::serverListening(address, port);
             ui->sendButton->setText(tr("Send"));
             if (m_runState != Paused)
                 m_runState = Running;
@@ -1190,13 +1240,7 @@ void SerialPortWidget::updateSettings()
 {
     currentSettings.name = embracedString(ui->portBox->currentText());
     if (ui->portBox->currentText().startsWith(QStringLiteral("TCP"))) {
-        const QString mode = ui->baudRateModeBox->currentText();
-        for (const NetworkMode &entry : networkModes()) {
-            if (mode.startsWith(entry.name)) {
-                currentSettings.connMode = entry.mode;
-                break;
-            }
-        }
+        currentSettings.connMode = panelNetworkMode();
         currentSettings.lastTargetPort = portFromText(ui->parityServerPortBox->currentText());
     } else {
         currentSettings.connMode = SerialPortMode;
@@ -1263,4 +1307,7 @@ void SerialPortWidget::updateDisplay()
     }
     updateSplitterSizes({formatSetting.SplitterLeft, formatSetting.SplitterRight});
     updateSendListDisplay();
+    sendBoxController->setOptions(formatSetting.EnterSends, formatSetting.ClearAfterSend);
+    if (macroBar->macros() != formatSetting.Macros)
+        macroBar->setMacros(formatSetting.Macros);
 }

@@ -21,6 +21,11 @@ class QTimer;
 class QUdpSocket;
 class QIntValidator;
 class MultiClientServer;
+class HexInputMarker;
+class FileSender;
+class MacroBar;
+class SendBoxController;
+class SessionTitleBar;
 class ViewAppender;
 struct SerialPortItem;
 
@@ -78,6 +83,8 @@ public:
     bool hasNewError() const { return hasError; }
     void clearNewError() { hasError = false; }
 
+    SessionTitleBar *sessionTitleBar() const { return titleBar; }
+
     void updateSplitterSizes(const QList<int> &sizes);
     void setStatusBarVisible(bool visible);
     void showMessage(const QString &text, int milliseconds);
@@ -89,6 +96,9 @@ public:
 
     QByteArray encodeSendData(const QString &text);
     void sendMessage(const QByteArray &data);
+    // Bytes that bypass the send box (macros, files): counted, shown as
+    // sent and handed to the transport, without history.
+    void sendBytes(const QByteArray &data);
 
 public slots:
     void onReadData();
@@ -125,6 +135,12 @@ private slots:
 
 private:
     void initTimers();
+    void initSendTools();
+    void recordSent(const QByteArray &data, qsizetype shownBytes);
+    void sendFileChunk(const QByteArray &chunk, qint64 offset);
+    // Bytes the transport still holds; negative when it cannot send now.
+    qint64 sendBacklog() const;
+    QTcpSocket *selectedClient() const;
     void createStatusBar();
     void updateCommonStatus();
     void fillPortsInfo();
@@ -141,6 +157,8 @@ private:
     void configurePort();
     void copyPanelChecks();
     void refreshConnectionDisplay();
+    void updateTitleBar();
+    int panelNetworkMode() const;
     void showWarning(const QString &title, const QString &text);
     DataLog::Result saveLog();
     QByteArray encodeSendData(const QString &text, bool rewriteBox);
@@ -160,6 +178,8 @@ private:
     PortSettings currentSettings;
     FormatSetting formatSetting;
     int m_runState = Stopped;
+    bool started = false;      // between start() and stop()
+    bool connectionOk = false; // the status text is a good one
 
     QSerialPort *serial = nullptr;
     QPointer<QTcpSocket> tcpSocket;
@@ -181,6 +201,11 @@ private:
     ViewAppender *viewAppender = nullptr;
     DataLog dataLog;
 
+    SendBoxController *sendBoxController = nullptr;
+    HexInputMarker *hexInputMarker = nullptr;
+    MacroBar *macroBar = nullptr;
+    FileSender *fileSender = nullptr;
+
     qint64 receivedCount = 0;
     qint64 sentCount = 0;
     int lineIndex = 0;
@@ -189,6 +214,7 @@ private:
 
     QString portListSignature;
     QIntValidator *baudRateValidator = nullptr;
+    SessionTitleBar *titleBar = nullptr;
     QStatusBar *statusBar = nullptr;
     QLabel *connectionStatusLabel = nullptr;
     QLabel *rxLabel = nullptr;

@@ -29,6 +29,29 @@
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>Terminal for serial ports and simple network links.</source>
+        <translation>串口与简单网络连接终端。</translation>
+    </message>
+    <message>
+        <source>document|port</source>
+        <translation>文档|端口</translation>
+    </message>
+    <message>
+        <source>A session document (.qvn) to open, or the serial port to start on.</source>
+        <translation>要打开的会话文档 (.qvn)，或要启动的串口。</translation>
+    </message>
+    <message>
+        <source>[document|port]</source>
+        <translation>[文档|端口]</translation>
+    </message>
+    <message>
+        <source>Try &apos;%1 --help&apos; for more information.</source>
+        <translation>请尝试“%1 --help”以获取更多信息。</translation>
+    </message>
+</context>
+<context>
     <name>ConnectionChoices</name>
     <message>
         <source>Custom</source>
@@ -72,6 +95,157 @@
     <message>
         <source>Cannot write log file %1: %2</source>
         <translation>无法写入日志文件 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>FileSendPanel</name>
+    <message>
+        <source>Send File...</source>
+        <translation>发送文件...</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Send File</source>
+        <translation>发送文件</translation>
+    </message>
+    <message>
+        <source>Cannot read %1: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>Sending %1</source>
+        <translation>正在发送 %1</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 bytes sent</source>
+        <translation>%1：已发送 %2 / %3 字节</translation>
+    </message>
+    <message>
+        <source>%1 (cancelled)</source>
+        <translation>%1（已取消）</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
+    </message>
+</context>
+<context>
+    <name>FileSender</name>
+    <message>
+        <source>The connection cannot send</source>
+        <translation>连接无法发送</translation>
+    </message>
+</context>
+<context>
+    <name>HexInputMarker</name>
+    <message>
+        <source>1 byte: %1</source>
+        <translation>1 字节：%1</translation>
+    </message>
+    <message>
+        <source>%1 bytes: %2</source>
+        <translation>%1 字节：%2</translation>
+    </message>
+</context>
+<context>
+    <name>MacroBar</name>
+    <message>
+        <source>Macros...</source>
+        <translation>宏...</translation>
+    </message>
+    <message>
+        <source>Add, edit, reorder and remove the macro buttons</source>
+        <translation>添加、编辑、排序和删除宏按钮</translation>
+    </message>
+</context>
+<context>
+    <name>MacroEditorDialog</name>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>下移</translation>
+    </message>
+    <message>
+        <source>Macros</source>
+        <translation>宏</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>Hex</source>
+        <translation>十六进制</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Low byte first</source>
+        <translation>低字节在前</translation>
+    </message>
+    <message>
+        <source>High byte first</source>
+        <translation>高字节在前</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> 毫秒</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Payload</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>格式</translation>
+    </message>
+    <message>
+        <source>Line ending</source>
+        <translation>行尾</translation>
+    </message>
+    <message>
+        <source>Checksum</source>
+        <translation>校验</translation>
+    </message>
+    <message>
+        <source>Byte order</source>
+        <translation>字节序</translation>
+    </message>
+    <message>
+        <source>Repeat every</source>
+        <translation>重复周期</translation>
+    </message>
+    <message>
+        <source>Sends</source>
+        <translation>发送</translation>
+    </message>
+    <message>
+        <source>Macro %1</source>
+        <translation>宏 %1</translation>
     </message>
 </context>
 <context>
@@ -382,6 +556,58 @@ Do you want to save your changes?</source>
         <source>Untitled</source>
         <translation>未命名</translation>
     </message>
+    <message>
+        <source>Ctrl+N</source>
+        <translation>Ctrl+N</translation>
+    </message>
+    <message>
+        <source>Ctrl+O</source>
+        <translation>Ctrl+O</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+S</source>
+        <translation>Ctrl+Shift+S</translation>
+    </message>
+    <message>
+        <source>Close Session</source>
+        <translation>关闭会话</translation>
+    </message>
+    <message>
+        <source>Close the session that holds the keyboard focus</source>
+        <translation>关闭拥有键盘焦点的会话</translation>
+    </message>
+    <message>
+        <source>Ctrl+W</source>
+        <translation>Ctrl+W</translation>
+    </message>
+    <message>
+        <source>Clear Session</source>
+        <translation>清空会话</translation>
+    </message>
+    <message>
+        <source>Clear the session that holds the keyboard focus</source>
+        <translation>清空拥有键盘焦点的会话</translation>
+    </message>
+    <message>
+        <source>Ctrl+L</source>
+        <translation>Ctrl+L</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Quorvane files (*.qvn)</source>
+        <translation>Quorvane 文件 (*.qvn)</translation>
+    </message>
+    <message>
+        <source>Click into the session to close first</source>
+        <translation>请先点击要关闭的会话</translation>
+    </message>
+    <message>
+        <source>Click into the session to clear first</source>
+        <translation>请先点击要清空的会话</translation>
+    </message>
 </context>
 <context>
     <name>MultiPortSettingDlg</name>
@@ -423,6 +649,21 @@ Do you want to save your changes?</source>
     <message>
         <source>Bridger</source>
         <translation>桥接</translation>
+    </message>
+</context>
+<context>
+    <name>SendBoxController</name>
+    <message>
+        <source>Enter sends</source>
+        <translation>回车发送</translation>
+    </message>
+    <message>
+        <source>Clear after send</source>
+        <translation>发送后清空</translation>
+    </message>
+    <message>
+        <source>Enter sends the box and Shift+Enter breaks the line; Ctrl+Enter always sends</source>
+        <translation>回车发送输入框内容，Shift+回车换行；Ctrl+回车总是发送</translation>
     </message>
 </context>
 <context>
@@ -584,20 +825,39 @@ Do you want to save your changes?</source>
         <translation>本地 IP</translation>
     </message>
     <message>
-        <source>&lt;font color = green&gt;%1 &lt;/font&gt;</source>
-        <translation>&lt;font color = green&gt;%1 &lt;/font&gt;</translation>
-    </message>
-    <message>
-        <source>&lt;font color = red&gt;%1 &lt;/font&gt;</source>
-        <translation>&lt;font color = red&gt;%1 &lt;/font&gt;</translation>
-    </message>
-    <message>
         <source>Rx: %L1 Bytes</source>
         <translation>接收：%L1 字节</translation>
     </message>
     <message>
         <source>Tx: %L1 Bytes</source>
         <translation>发送：%L1 字节</translation>
+    </message>
+</context>
+<context>
+    <name>SessionTitleBar</name>
+    <message>
+        <source>Double-click to give this session the whole workspace, or to give it back</source>
+        <translation>双击让此会话占满工作区，再次双击恢复</translation>
+    </message>
+    <message>
+        <source>Close this session</source>
+        <translation>关闭此会话</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>已停止</translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>运行中</translation>
+    </message>
+    <message>
+        <source>Paused</source>
+        <translation>已暂停</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
     </message>
 </context>
 <context>
@@ -868,6 +1128,93 @@ Do you want to save your changes?</source>
     <message>
         <source>Please input correct log file name!</source>
         <translation>请输入正确的日志文件名！</translation>
+    </message>
+    <message>
+        <source>s</source>
+        <translation>秒</translation>
+    </message>
+    <message>
+        <source>m</source>
+        <translation>分</translation>
+    </message>
+    <message>
+        <source>h</source>
+        <translation>时</translation>
+    </message>
+    <message>
+        <source>Theme colour</source>
+        <translation>主题颜色</translation>
+    </message>
+    <message>
+        <source> IP</source>
+        <translation> IP</translation>
+    </message>
+    <message>
+        <source>Dest Host</source>
+        <translation>目标主机</translation>
+    </message>
+    <message>
+        <source>Dest Port</source>
+        <translation>目标端口</translation>
+    </message>
+    <message>
+        <source>Host</source>
+        <translation>主机</translation>
+    </message>
+</context>
+<context>
+    <name>StatusTexts</name>
+    <message>
+        <source>UDP socket is bound to %1:%2.</source>
+        <translation>UDP 套接字已绑定到 %1:%2。</translation>
+    </message>
+    <message>
+        <source>Waiting for Connections on %1:%2...</source>
+        <translation>正在 %1:%2 上等待连接...</translation>
+    </message>
+    <message>
+        <source>Listening on %1:%2</source>
+        <translation>正在 %1:%2 上监听</translation>
+    </message>
+    <message>
+        <source>%1 OPENED, %2, %3, %4, %5, %6</source>
+        <translation>%1 已打开，%2，%3，%4，%5，%6</translation>
+    </message>
+    <message>
+        <source>%1 CLOSED</source>
+        <translation>%1 已关闭</translation>
+    </message>
+    <message>
+        <source>NONE</source>
+        <translation>无校验</translation>
+    </message>
+    <message>
+        <source>EVEN</source>
+        <translation>偶校验</translation>
+    </message>
+    <message>
+        <source>ODD</source>
+        <translation>奇校验</translation>
+    </message>
+    <message>
+        <source>SPACE</source>
+        <translation>空格校验</translation>
+    </message>
+    <message>
+        <source>MARK</source>
+        <translation>标记校验</translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation>无流控</translation>
+    </message>
+    <message>
+        <source>Hardware</source>
+        <translation>硬件流控</translation>
+    </message>
+    <message>
+        <source>Xon/Xoff</source>
+        <translation>软件流控 Xon/Xoff</translation>
     </message>
 </context>
 <context>

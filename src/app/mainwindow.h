@@ -124,6 +124,7 @@ private slots:
     void on_actionTest_triggered();
 
 private:
+    void addPlotAction();
     static QString documentFilter();
     void createRecentFileActions();
     void adoptWorkspaceIntoScrollArea();

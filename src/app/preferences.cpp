@@ -93,6 +93,7 @@ Preferences Preferences::read(const QSettings &store)
     p.enterSends = value("EnterSends", d.enterSends).toBool();
     p.clearAfterSend = value("ClearAfterSend", d.clearAfterSend).toBool();
     p.macros = macrosFromText(value("SendMacros").toString());
+    p.plot = PlotSettings::read(store, QStringLiteral("Last"));
     p.language = value("ValueL", d.language).toInt();
     return p;
 }
@@ -142,6 +143,7 @@ void Preferences::write(QSettings &store) const
     set("EnterSends", enterSends);
     set("ClearAfterSend", clearAfterSend);
     set("SendMacros", macrosToText(macros));
+    plot.write(store, QStringLiteral("Last"));
     set("RecentFiles", recentFiles);
     set("LastFile", lastFile);
     set("LastLogFile", lastLogFile);
@@ -188,6 +190,7 @@ void Preferences::applyTo(PortSettings &port, FormatSetting &format) const
     format.EnterSends = enterSends;
     format.ClearAfterSend = clearAfterSend;
     format.Macros = macros;
+    format.Plot = plot;
 }
 
 void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format)
@@ -233,6 +236,7 @@ void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format
     enterSends = format.EnterSends;
     clearAfterSend = format.ClearAfterSend;
     macros = format.Macros;
+    plot = format.Plot;
 }
 
 bool Preferences::chineseChecked(int language, const QString &systemLocaleName)

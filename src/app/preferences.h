@@ -55,6 +55,7 @@ struct Preferences {
     bool enterSends = false;
     bool clearAfterSend = false;
     SendMacroList macros;
+    PlotSettings plot;
     bool openLastConnection = false;
     QStringList recentFiles;
     QString lastFile;

@@ -32,7 +32,9 @@ bool writePlotCsv(QIODevice &out, const PlotSampleStore &store, const QStringLis
         for (int c = 0; c < store.channelCount(); ++c) {
             text += ',';
             const double value = store.value(c, row);
-            if (!std::isnan(value))
+            if (value == 0 && std::signbit(value))
+                text += "-0";
+            else if (!std::isnan(value))
                 text += QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
         }
         text += '\n';

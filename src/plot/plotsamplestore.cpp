@@ -62,6 +62,12 @@ void PlotSampleStore::clear()
     dropped = 0;
 }
 
+qint64 PlotSampleStore::time(qsizetype row) const
+{
+    const qsizetype p = head + row;
+    return blocks[size_t(p >> BlockShift)].times[p & (BlockRows - 1)];
+}
+
 double PlotSampleStore::value(int channel, qsizetype row) const
 {
     const qsizetype p = head + row;

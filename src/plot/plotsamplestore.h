@@ -32,7 +32,7 @@ public:
     int channelCount() const { return channels; }
     // Running number of row 0 since the last clear: rows dropped are counted.
     qint64 firstIndex() const { return dropped; }
-    qint64 time(qsizetype row) const { return at(row, times); }
+    qint64 time(qsizetype row) const;
     double value(int channel, qsizetype row) const;
     // First row whose time is not before `timeMs`.
     qsizetype lowerBound(qint64 timeMs) const;
@@ -47,12 +47,6 @@ private:
         std::array<std::unique_ptr<double[]>, MaxPlotChannels> values;
     };
 
-    template<typename T>
-    T at(qsizetype row, std::unique_ptr<T[]> Block::*column) const
-    {
-        const qsizetype p = head + row;
-        return (blocks[size_t(p >> BlockShift)].*column)[p & (BlockRows - 1)];
-    }
     void addChannels(int wanted);
     void dropOldest(qsizetype rows);
 

@@ -45,3 +45,10 @@ void PlotSettings::write(QSettings &store, const QString &prefix) const
         hidden << QString::number(channel);
     set("PlotHidden", hidden);
 }
+
+bool PlotSettings::operator==(const PlotSettings &o) const
+{
+    return visible == o.visible && underView == o.underView && format == o.format && xAxis == o.xAxis
+        && window == o.window && autoscale == o.autoscale && channelNames == o.channelNames
+        && channelColors == o.channelColors && hiddenChannels == o.hiddenChannels;
+}

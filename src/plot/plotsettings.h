@@ -22,7 +22,7 @@ struct PlotSettings {
     QStringList channelColors; // "#rrggbb"; empty = the default colour
     QList<int> hiddenChannels;
 
-    bool operator==(const PlotSettings &other) const = default;
+    bool operator==(const PlotSettings &other) const;
 
     // Missing keys read as the defaults; values out of range are brought back into it.
     static PlotSettings read(const QSettings &store, const QString &prefix);

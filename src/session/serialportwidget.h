@@ -26,6 +26,7 @@ class FileSender;
 class MacroBar;
 class SendBoxController;
 class SessionTitleBar;
+class SessionPlot;
 class ViewAppender;
 struct SerialPortItem;
 
@@ -84,6 +85,7 @@ public:
     void clearNewError() { hasError = false; }
 
     SessionTitleBar *sessionTitleBar() const { return titleBar; }
+    SessionPlot *sessionPlot() const { return plot; }
 
     void updateSplitterSizes(const QList<int> &sizes);
     void setStatusBarVisible(bool visible);
@@ -134,6 +136,7 @@ private slots:
     void onSerialError(QSerialPort::SerialPortError error);
 
 private:
+    void initPlot();
     void initTimers();
     void initSendTools();
     void recordSent(const QByteArray &data, qsizetype shownBytes);
@@ -215,6 +218,7 @@ private:
     QString portListSignature;
     QIntValidator *baudRateValidator = nullptr;
     SessionTitleBar *titleBar = nullptr;
+    SessionPlot *plot = nullptr;
     QStatusBar *statusBar = nullptr;
     QLabel *connectionStatusLabel = nullptr;
     QLabel *rxLabel = nullptr;

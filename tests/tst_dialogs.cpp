@@ -143,6 +143,8 @@ private slots:
         QTest::newRow("m") << "m" << 5 << 300000 << 60000;
         QTest::newRow("h is 24 minutes") << "h" << 1 << 1440000 << 1440000;
         QTest::newRow("h bounded to the record") << "h" << 5000 << 1491 * 1440000 << 1440000;
+        // -1 leaves the spin box as the unit change left it.
+        QTest::newRow("1500 ms shown in s") << "s" << -1 << 1000 << 1000;
     }
 
     void sendIntervalUnits()
@@ -150,9 +152,12 @@ private slots:
         QFETCH(QString, unit);
         QFETCH(int, value);
         SettingsDialog dialog;
+        dialog.formatSetting.SendInterval = 1500;
+        dialog.formatSetting.SendTimeUnit = UnitMilliseconds;
         dialog.updateDisplay();
         widget<QComboBox>(&dialog, "sendInterUnitCB")->setCurrentText(unit);
-        widget<QSpinBox>(&dialog, "sendIntervalSB")->setValue(value);
+        if (value >= 0)
+            widget<QSpinBox>(&dialog, "sendIntervalSB")->setValue(value);
         QVERIFY(dialog.updatePara());
         QTEST(dialog.formatSetting.SendInterval, "interval");
         QTEST(dialog.formatSetting.SendTimeUnit, "multiplier");

@@ -244,7 +244,9 @@ private slots:
         }
     }
 
-    void commandLinePortOpensThatPort()
+    // A port the scan does not list (a pty) keeps its name everywhere: box,
+    // settings, status, documents; once gone, Send opens nothing else.
+    void commandLinePortKeepsItsName()
     {
         QUORVANE_REQUIRE_SOCAT();
         SocatPair pair;
@@ -252,10 +254,62 @@ private slots:
         ScriptedWindow window;
         window.startRealPorts = true;
         window.start(pair.portA());
-        QVERIFY(window.session(0)->serialPort()->isOpen());
-        QCOMPARE(window.session(0)->serialPort()->portName(), pair.portA());
+        SerialPortWidget *session = window.session(0);
+        const auto portBox = session->findChild<QComboBox *>(QStringLiteral("portBox"));
+        const auto namesPortA = [&] {
+            return session->portSettings().name == pair.portA() && portBox->currentText() == pair.portA();
+        };
+        QVERIFY(session->serialPort()->isOpen());
         QVERIFY(window.boxesShown.isEmpty());
-        window.session(0)->stop();
+        QVERIFY(namesPortA());
+        QTRY_VERIFY(session->connectionStatusText().contains(pair.portA() + " OPENED"));
+
+        session->stop();
+        QVERIFY(session->start());
+        QVERIFY(session->serialPort()->isOpen());
+        QVERIFY(namesPortA());
+
+        const QString document = dir.filePath(QStringLiteral("pty.qvn"));
+        QVERIFY(window.writeSettingFile(document, false));
+        session->stop();
+        QTRY_VERIFY(session->connectionStatusText().contains(pair.portA() + " CLOSED"));
+        ScriptedWindow reopened;
+        QVERIFY(reopened.loadFile(document));
+        QCOMPARE(reopened.session(0)->portSettings().name, pair.portA());
+        QCOMPARE(reopened.session(0)->findChild<QComboBox *>(QStringLiteral("portBox"))->currentText(), pair.portA());
+
+        pair.kill();
+        QTest::qWait(1100); // a port scan passes
+        session->sendMessage("reset");
+        QVERIFY(!session->serialPort()->isOpen());
+        QVERIFY(namesPortA());
+    }
+
+    // What the user changes in a panel or the layout marks the document
+    // modified; what a document puts into the panels does not.
+    void settingsChangesMarkModified()
+    {
+        const QString document = dir.filePath(QStringLiteral("marks.qvn"));
+        {
+            ScriptedWindow writer;
+            QVERIFY(writer.writeSettingFile(document, false));
+        }
+        ScriptedWindow window;
+        QVERIFY(window.loadFile(document));
+        QVERIFY(!window.isWindowModified());
+        SerialPortWidget *session = window.session(0);
+        const QList<std::function<void()>> edits = {
+            [&] { session->findChild<QComboBox *>(QStringLiteral("baudRateModeBox"))->setCurrentIndex(1); },
+            [&] { session->findChild<QRadioButton *>(QStringLiteral("hexRadio"))->click(); },
+            [&] { session->findChild<QCheckBox *>(QStringLiteral("displayTimeBox"))->click(); },
+            [&] { session->findChild<QComboBox *>(QStringLiteral("portBox"))->setEditText(QStringLiteral("/dev/null")); },
+            [&] { action(window, "acViewGrid")->trigger(); },
+        };
+        for (const auto &edit : edits) {
+            window.setWindowModified(false);
+            edit();
+            QVERIFY(window.isWindowModified());
+        }
     }
 
     // Field by field round trips of a session: tst_sessiondocument.
@@ -346,7 +400,6 @@ private slots:
         for (int i = 0; i < window.sessionCount(); ++i) {
             const PortSettings &port = window.session(i)->portSettings();
             const FormatSetting &format = window.session(i)->formatSettings();
-            QVERIFY(!port.lastTargetHost.isEmpty());
             QVERIFY(!port.lastTargetHost.contains(QString()));
             QVERIFY(!format.LogFont.family().isEmpty());
             QVERIFY(format.LogFont.pointSize() > 0);

@@ -24,6 +24,8 @@ private slots:
         QTest::newRow("at the limit, no cut") << QList<int>{600, 400} << 1000;
         QTest::newRow("one past the limit") << QList<int>{600, 401} << 501;
         QTest::newRow("cut twice") << QList<int>{900, 200, 500} << 600;
+        QTest::newRow("ten times the limit in one tick") << QList<int>{10000} << 1000;
+        QTest::newRow("ten times the limit in many ticks") << QList<int>(20, 500) << 1000;
     }
 
     void bufferIsCutByHalfTheLimit()

@@ -91,6 +91,7 @@ private slots:
         QTest::addColumn<QStringList>("hosts");
         QTest::newRow("trailing separator") << "a-||-b-||-" << QStringList{"a", "b"};
         QTest::newRow("empty middle") << "-||-a-||--||-b" << QStringList{"a", "b"};
+        QTest::newRow("missing or empty") << QString() << QStringList();
     }
 
     void hosts()

@@ -66,7 +66,7 @@ private slots:
         settings.lastTargetPort = 6123;
         settings.lastTargetHost = QStringList{"192.168.7.2", "127.0.0.1"};
         session->setPortSettings(settings);
-        box("portBox")->setCurrentText(QStringLiteral("TCP/UDP"));
+        box("portBox")->setCurrentIndex(box("portBox")->findText(QStringLiteral("TCP/UDP")));
         if (afterOthers) {
             for (const auto &[other, otherMode, otherPanel] : networkModes)
                 selectMode(other, otherMode);
@@ -101,7 +101,7 @@ private slots:
     // A port text that is not a number in 0..65535 reads as 0.
     void updateSettingsReadsABadPortAsZero()
     {
-        box("portBox")->setCurrentText(QStringLiteral("TCP/UDP"));
+        box("portBox")->setCurrentIndex(box("portBox")->findText(QStringLiteral("TCP/UDP")));
         for (const auto &[text, port] : {std::pair{"8080", 8080}, {"70000", 0}, {"65535", 65535}, {"abc", 0}}) {
             box("parityServerPortBox")->setEditText(text);
             session->updateSettings();

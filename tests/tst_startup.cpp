@@ -75,6 +75,35 @@ private slots:
         QCOMPARE(window.pos(), placed ? stored : QPoint());
     }
 
+    // What is stored is restored in the same measure, so a window does not
+    // move at each start; a maximized one comes back maximized, over the
+    // size and place it had before.
+    void windowGeometryRoundTrip_data()
+    {
+        QTest::addColumn<bool>("maximized");
+        QTest::newRow("normal") << false;
+        QTest::newRow("maximized") << true;
+    }
+
+    void windowGeometryRoundTrip()
+    {
+        QFETCH(bool, maximized);
+        QSettings settings;
+        settings.setValue(StartupKeys::lastWindowSize, QSize(500, 400));
+        settings.setValue(StartupKeys::lastWindowPosition, QPoint(100, 100));
+        QWidget before;
+        before.move(300, 200);
+        before.resize(640, 480);
+        if (maximized)
+            before.setWindowState(Qt::WindowMaximized);
+        storeWindowGeometry(before, settings);
+        QWidget after;
+        ::restoreWindowGeometry(after, settings, QSize(1440, 900));
+        QCOMPARE(after.isMaximized(), maximized);
+        QCOMPARE(after.pos(), maximized ? QPoint(100, 100) : QPoint(300, 200));
+        QCOMPARE(after.size(), maximized ? QSize(500, 400) : QSize(640, 480));
+    }
+
     // The first argument is a document when it names an existing .qvn file,
     // otherwise the port; options are answered without a window.
     void commandLine_data()

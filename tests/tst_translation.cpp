@@ -127,7 +127,7 @@ void TestTranslation::statusTextsAreTranslated()
     QStringList texts;
     texts << StatusTexts::udpBound("127.0.0.1", 6000) << StatusTexts::serverWaiting("0.0.0.0", 6000)
           << StatusTexts::serverListening("0.0.0.0", 6000) << StatusTexts::serialClosed("COM1")
-          << StatusTexts::serialOpened(QSerialPort());
+          << StatusTexts::serialOpened("COM1", QSerialPort());
     for (auto parity : {QSerialPort::NoParity, QSerialPort::EvenParity, QSerialPort::OddParity, QSerialPort::SpaceParity,
                         QSerialPort::MarkParity})
         texts << StatusTexts::parity(parity);

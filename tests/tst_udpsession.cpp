@@ -32,6 +32,7 @@ private slots:
     void destinationsThatAreNotSent_data();
     void destinationsThatAreNotSent();
     void consoleKeysMacrosAndFilesSend();
+    void groupModeShowsItsStatus();
 
 private:
     // Next datagram that reaches the test's endpoint; empty when none came.
@@ -139,6 +140,19 @@ void TestUdpSession::consoleKeysMacrosAndFilesSend()
         received += datagram;
     QCOMPARE(received, QByteArray(2500, 'x'));
     QCOMPARE(session->sentBytes(), qint64(4 + 4 + 2500));
+}
+
+// Group sessions, which only documents and the settings dialog choose, show
+// their socket's state like the other UDP modes.
+void TestUdpSession::groupModeShowsItsStatus()
+{
+    PortSettings port = session->portSettings();
+    port.connMode = UdpGroupMode;
+    session->setPortSettings(port);
+    session->updateDisplay();
+    panel->setLocalPort(localPort);
+    session->start();
+    QTRY_COMPARE(panel->status(), greenStatus(QStringLiteral("UDP socket is bound to 127.0.0.1:%1.").arg(localPort)));
 }
 
 QTEST_MAIN(TestUdpSession)

@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "app/startup.h"
 #include "ui_mainwindow.h"
 
 #include <QCloseEvent>
@@ -111,8 +112,7 @@ MainWindow::~MainWindow()
     displayTimer->stop();
     QSettings store;
     qCDebug(lcDefault) << "position:" << pos() << "size:" << size();
-    store.setValue(QStringLiteral("LAST_WINDOW_SIZE"), size());
-    store.setValue(QStringLiteral("LAST_WINDOW_POSITION"), pos());
+    storeWindowGeometry(*this, store);
     for (SerialPortWidget *&session : sessions) {
         delete session;
         session = nullptr;
@@ -291,6 +291,7 @@ SerialPortWidget *MainWindow::appendSession()
     connect(titleBar, &SessionTitleBar::closeRequested, this, [this, guarded] { removeSession(guarded); },
             Qt::QueuedConnection);
     connect(titleBar, &SessionTitleBar::maximizeToggled, this, [this, guarded] { toggleMaximized(guarded); });
+    connect(session, &SerialPortWidget::settingsEdited, this, [this] { setWindowModified(true); });
     return session;
 }
 
@@ -391,8 +392,7 @@ void MainWindow::start(const QString &name)
 
 QString MainWindow::firstPortName() const
 {
-    QSerialPort *serial = sessions[0]->serialPort();
-    return serial ? serial->portName() : sessions[0]->portSettings().name;
+    return sessions[0]->portSettings().name;
 }
 
 void MainWindow::chooseLayout(QAction *layoutAction, int sessionsPerRow)
@@ -407,21 +407,25 @@ void MainWindow::chooseLayout(QAction *layoutAction, int sessionsPerRow)
 void MainWindow::on_acViewHorizontal_triggered()
 {
     chooseLayout(ui->acViewHorizontal, portCount);
+    setWindowModified(true);
 }
 
 void MainWindow::on_acViewVertical_triggered()
 {
     chooseLayout(ui->acViewVertical, 1);
+    setWindowModified(true);
 }
 
 void MainWindow::on_acViewGrid_triggered()
 {
     chooseLayout(ui->acViewGrid, 2);
+    setWindowModified(true);
 }
 
 void MainWindow::on_acViewCustom_triggered()
 {
     chooseLayout(ui->acViewCustom, askSessionsPerRow(portNumberPerColumn));
+    setWindowModified(true);
 }
 
 void MainWindow::on_acViewQuickSettings_triggered()

@@ -10,7 +10,6 @@ namespace SessionDocument {
 namespace {
 
 const QString HostSeparator = QStringLiteral("-||-");
-const QString FallbackHost = QStringLiteral("127.0.0.1");
 
 QString key(int index, const char *name)
 {
@@ -187,8 +186,7 @@ QString joinHosts(const QStringList &hosts)
 
 QStringList splitHosts(const QString &text)
 {
-    const QStringList hosts = text.split(HostSeparator, Qt::SkipEmptyParts);
-    return hosts.isEmpty() ? QStringList{FallbackHost} : hosts;
+    return text.split(HostSeparator, Qt::SkipEmptyParts);
 }
 
 int progressValue(int stage, int index, int count)

@@ -66,7 +66,21 @@ void restoreWindowGeometry(QWidget &window, const QSettings &settings, const QSi
     const QPoint position = settings.value(StartupKeys::lastWindowPosition, defaultWindowPosition).toPoint();
     qCDebug(lcDefault) << "### last window position:" << position;
 
+    // The position is stored as the frame's, so it is restored as the frame's:
+    // a client-area position would creep by the title bar at every start.
     window.resize(size);
     if (isRestorablePosition(position, availableSize))
-        window.setGeometry(QRect(position, size));
+        window.move(position);
+    if (settings.value(StartupKeys::lastWindowMaximized).toBool())
+        window.setWindowState(window.windowState() | Qt::WindowMaximized);
+}
+
+void storeWindowGeometry(const QWidget &window, QSettings &settings)
+{
+    // A maximized window keeps the size and place it had before.
+    settings.setValue(StartupKeys::lastWindowMaximized, window.isMaximized());
+    if (window.isMaximized())
+        return;
+    settings.setValue(StartupKeys::lastWindowSize, window.size());
+    settings.setValue(StartupKeys::lastWindowPosition, window.pos());
 }

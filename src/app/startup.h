@@ -15,6 +15,7 @@ inline const QString language = QStringLiteral("ValueL");
 inline const QString configFilePath = QStringLiteral("CONFIG_FILE_PATH");
 inline const QString lastWindowSize = QStringLiteral("LAST_WINDOW_SIZE");
 inline const QString lastWindowPosition = QStringLiteral("LAST_WINDOW_POSITION");
+inline const QString lastWindowMaximized = QStringLiteral("LastWindowMaximized");
 }
 
 // Language preference: 1 is Chinese, 0 follows the system locale (only an
@@ -40,5 +41,6 @@ bool needsConfigFolder(const QSettings &settings);
 // Applies the size, cut to the available screen area, and, when it is on
 // screen, the position stored at the last exit.
 void restoreWindowGeometry(QWidget &window, const QSettings &settings, const QSize &availableSize);
+void storeWindowGeometry(const QWidget &window, QSettings &settings);
 
 #endif

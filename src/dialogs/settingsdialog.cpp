@@ -270,9 +270,15 @@ void SettingsDialog::on_logFileNameLE_textChanged(const QString &text)
     ui->logFileNameResultLB->setText(expandLogFileName(text.trimmed(), portSettings.name, QDateTime::currentDateTime()));
 }
 
+// A new unit shows the same period in whole units of it (1500 ms becomes
+// 1 s), so what is stored is what the user sees.
 void SettingsDialog::on_sendInterUnitCB_currentIndexChanged(int index)
 {
-    ui->sendIntervalSB->setMaximum(maxIntervalForUnit(ui->sendInterUnitCB->itemData(index).toInt()));
+    const qint32 unit = sanitizedTimeUnit(ui->sendInterUnitCB->itemData(index).toInt());
+    const qint64 period = qint64(ui->sendIntervalSB->value()) * shownSendUnit;
+    shownSendUnit = unit;
+    ui->sendIntervalSB->setMaximum(maxIntervalForUnit(unit));
+    ui->sendIntervalSB->setValue(int(period / unit));
 }
 
 void SettingsDialog::on_filePathButton_clicked()
@@ -511,7 +517,7 @@ void SettingsDialog::takeSendSettings(FormatSetting &format) const
     format.SendMsgFormat = ui->asciiSendRaido->isChecked() ? ASCII : HEX;
     format.AutoSend = ui->autoSendBox->isChecked();
     format.SendTimeUnit = sanitizedTimeUnit(ui->sendInterUnitCB->currentData().toInt());
-    format.SendInterval = scaledFromShown(ui->sendIntervalSB->value(), format.SendTimeUnit, format.SendInterval);
+    format.SendInterval = scaledFromShown(ui->sendIntervalSB->value(), format.SendTimeUnit);
     format.AutoAddFeedLine = ui->autoAddFeedLine->isChecked();
     format.SupportComment = ui->commentSupportCB->isChecked();
     format.FormatSend = ui->formatSendCB->isChecked();
@@ -532,7 +538,7 @@ void SettingsDialog::takeLogSettings(FormatSetting &format) const
     if (format.LogRotateAtTime || format.LogRotateTime.isValid() || shownTime != QTime(0, 0))
         format.LogRotateTime = shownTime;
     format.LogRotateAtSize = ui->cbRotateAtSize->isChecked();
-    format.LogRotateSize = scaledFromShown(ui->sbRotateSize->value(), 1 << 20, format.LogRotateSize);
+    format.LogRotateSize = scaledFromShown(ui->sbRotateSize->value(), 1 << 20);
 }
 
 void SettingsDialog::takeDisplaySettings(FormatSetting &format) const
@@ -541,5 +547,5 @@ void SettingsDialog::takeDisplaySettings(FormatSetting &format) const
     format.SendTextColor = chosenSendColor;
     format.ReceiveTextColor = chosenReceiveColor;
     format.FormatDisplayColor = ui->formatDisplayColor->isChecked();
-    format.DisplayBufferSize = scaledFromShown(ui->displayBufferSizeSb->value(), 1 << 20, format.DisplayBufferSize);
+    format.DisplayBufferSize = scaledFromShown(ui->displayBufferSizeSb->value(), 1 << 20);
 }

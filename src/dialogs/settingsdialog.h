@@ -84,6 +84,7 @@ private:
     QIntValidator *portValidator;
     QList<QAbstractButton *> lineEndingButtons;
     bool networkPanel = false;
+    qint32 shownSendUnit = 1;  // the unit the interval spin box shows now
 
     // Chosen through the font and colour dialogs; the line edits only show them.
     QFont chosenFont;

@@ -22,12 +22,9 @@ int megabytesFromBytes(qint32 bytes)
     return bytes < 0 ? 0 : bytes >> 20;
 }
 
-qint32 scaledFromShown(int shown, qint32 scale, qint32 stored)
+qint32 scaledFromShown(int shown, qint32 scale)
 {
-    const qint64 safeScale = scale < 1 ? 1 : scale;
-    if (stored >= 0 && shown == stored / safeScale)
-        return stored;
-    const qint64 value = qint64(shown) * safeScale;
+    const qint64 value = qint64(shown) * (scale < 1 ? 1 : scale);
     return qint32(qBound(qint64(0), value, qint64(std::numeric_limits<qint32>::max())));
 }
 

@@ -20,9 +20,8 @@ QString portEntryText(const QString &portName, const QString &description);
 int megabytesFromBytes(qint32 bytes);
 
 // Value stored for a widget showing a scaled record value (megabytes,
-// interval units). An untouched widget keeps the stored value, so a value
-// that is not a whole multiple of the scale survives the dialog.
-qint32 scaledFromShown(int shown, qint32 scale, qint32 stored);
+// interval units): always whole units of what is shown.
+qint32 scaledFromShown(int shown, qint32 scale);
 
 // Largest spin value whose product with the unit fits a 32-bit field.
 int maxIntervalForUnit(qint32 unit);

@@ -2,6 +2,7 @@
 #include "ui_serialportwidget.h"
 
 #include <QHBoxLayout>
+#include <QScopedValueRollback>
 #include <QHostAddress>
 #include <QIntValidator>
 #include <QKeyEvent>
@@ -91,6 +92,10 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     fillPortsInfo(ports);
     portListSignature = ::portListSignature(ports);
     fillPortsParameters();
+    // Any device the system accepts can be typed in, not only the listed ones.
+    ui->portBox->setEditable(true);
+    ui->portBox->setInsertPolicy(QComboBox::NoInsert);
+    watchPanelEdits();
 }
 
 SerialPortWidget::~SerialPortWidget()
@@ -183,6 +188,8 @@ void SerialPortWidget::initSendTools()
 
 bool SerialPortWidget::start(const QString &portName)
 {
+    if (!portName.isEmpty())
+        setPortName(portName);
     updateSettings();
     refreshTimer->start(20);
 
@@ -261,10 +268,11 @@ void SerialPortWidget::configurePort()
     }
 }
 
-// The name of the port the session talks to, for its messages.
+// The name of the port the session talks to, for its messages: the name the
+// user chose, never the driver's shortened form of a device path.
 QString SerialPortWidget::shownPortName() const
 {
-    return serial->portName();
+    return currentSettings.name;
 }
 
 void SerialPortWidget::stop()
@@ -332,7 +340,36 @@ void SerialPortWidget::setPortName(const QString &name)
 {
     currentSettings.name = name;
     const QSignalBlocker blocker(ui->portBox);
-    ui->portBox->setCurrentIndex(ui->portBox->findData(name));
+    selectPortEntry(name);
+}
+
+// Selects the entry of a serial device; one the scan does not list (a pty,
+// a by-id link, an unplugged adapter) gets an entry of its own, just before
+// the network entry, so the box never falls back to another device.
+void SerialPortWidget::selectPortEntry(const QString &name)
+{
+    int index = ui->portBox->findData(name);
+    if (index < 0) {
+        index = ui->portBox->count() - 1;
+        ui->portBox->insertItem(index, name, name);
+    }
+    ui->portBox->setCurrentIndex(index);
+}
+
+// The serial device chosen in the port box: the entry's device, or what the
+// user typed; empty for the network entry and the placeholder.
+QString SerialPortWidget::boxPortName() const
+{
+    const int index = ui->portBox->currentIndex();
+    if (index >= 0 && ui->portBox->itemText(index) == ui->portBox->currentText())
+        return ui->portBox->itemData(index).toString();
+    return ui->portBox->currentText().trimmed();
+}
+
+QString SerialPortWidget::chosenPortName() const
+{
+    const QString device = boxPortName();
+    return device.isEmpty() ? embracedString(ui->portBox->currentText()) : device;
 }
 
 // A vanished device makes the port report read or resource errors in a
@@ -377,7 +414,8 @@ void SerialPortWidget::onReadData()
     if (currentSettings.connMode == SerialPortMode) {
         if (serial->isOpen())
             bytes = serial->readAll();
-    } else if (currentSettings.connMode == TcpClientMode && tcpSocket) {
+    } else if (currentSettings.connMode == TcpClientMode && tcpSocket && tcpSocket->isOpen()) {
+        // A socket whose connection failed was never opened: nothing to read.
         bytes = tcpSocket->readAll();
         if (!bytes.isEmpty())
             qCDebug(lcDefault) << "onReadData:" << bytes;
@@ -565,7 +603,8 @@ void SerialPortWidget::sendMessage(const QByteArray &data)
 void SerialPortWidget::serialPortSend(const QByteArray &data)
 {
     if (!serial->isOpen()) {
-        serial->setPortName(embracedString(ui->portBox->currentText()));
+        currentSettings.name = chosenPortName();
+        serial->setPortName(currentSettings.name);
         if (!serial->open(QIODevice::ReadWrite)) {
             showMessage(tr("Serial Port %1 OPEN FAILED: %2").arg(shownPortName(), serial->errorString()), 3000);
             qCDebug(lcDefault) << "Open Failed!";
@@ -1019,16 +1058,57 @@ void SerialPortWidget::onRefreshAvalablePorts()
     if (signature != portListSignature) {
         portListSignature = signature;
         qCDebug(lcDefault) << "Refill Ports Info.";
-        const QString selected = networkPanel ? networkEntry : currentSettings.name;
+        const QString chosen = networkPanel ? QString() : boxPortName();
         {
             const QSignalBlocker blocker(ui->portBox);
             fillPortsInfo(ports);
         }
-        const int index = networkPanel ? ui->portBox->findText(networkEntry) : ui->portBox->findData(selected);
-        if (index >= 0)
-            ui->portBox->setCurrentIndex(index);
+        if (!chosen.isEmpty()) {
+            selectPortEntry(chosen);
+        } else {
+            const int index = networkPanel ? ui->portBox->findText(networkEntry)
+                                           : ui->portBox->findData(currentSettings.name);
+            if (index >= 0)
+                ui->portBox->setCurrentIndex(index);
+        }
         qCDebug(lcDefault) << "currnetSettings.name =" << currentSettings.name;
     }
+}
+
+// The user's changes to the panel mark the document modified; changes made
+// by loading settings into it do not.
+void SerialPortWidget::watchPanelEdits()
+{
+    panelBaseline = panelSignature();
+    const auto check = [this] {
+        if (applyingSettings)
+            return;
+        const QString signature = panelSignature();
+        if (signature == panelBaseline)
+            return;
+        panelBaseline = signature;
+        emit settingsEdited();
+    };
+    for (QComboBox *box : ui->panelWidget->findChildren<QComboBox *>())
+        connect(box, &QComboBox::currentTextChanged, this, check);
+    for (QAbstractButton *button : ui->panelWidget->findChildren<QAbstractButton *>()) {
+        if (button->isCheckable())
+            connect(button, &QAbstractButton::toggled, this, check);
+    }
+    connect(ui->sendIntervelSB, &QSpinBox::valueChanged, this, check);
+}
+
+QString SerialPortWidget::panelSignature() const
+{
+    QStringList values;
+    for (const QComboBox *box : ui->panelWidget->findChildren<QComboBox *>())
+        values << box->currentText();
+    for (const QAbstractButton *button : ui->panelWidget->findChildren<QAbstractButton *>()) {
+        if (button->isCheckable())
+            values << QString::number(button->isChecked());
+    }
+    values << QString::number(ui->sendIntervelSB->value());
+    return values.join(QChar(0));
 }
 
 void SerialPortWidget::copyPanelChecks()
@@ -1055,6 +1135,7 @@ void SerialPortWidget::refreshConnectionDisplay()
         break;
     case UdpServerMode:
     case UdpClientMode:
+    case UdpGroupMode:
         onRefreshUdpClientDisplay();
         break;
     default:
@@ -1067,7 +1148,7 @@ void SerialPortWidget::refreshConnectionDisplay()
 void SerialPortWidget::updateTitleBar()
 {
     const int mode = networkPanel ? panelNetworkMode() : SerialPortMode;
-    titleBar->setTitle(SessionTitleBar::titleFor(mode, embracedString(ui->portBox->currentText()),
+    titleBar->setTitle(SessionTitleBar::titleFor(mode, chosenPortName(),
                                                  ui->dataBitsServerAddressBox->currentText(),
                                                  ui->parityServerPortBox->currentText()));
     titleBar->setLamp(SessionTitleBar::lampFor(started, m_runState, connectionOk));
@@ -1094,13 +1175,13 @@ void SerialPortWidget::setConnectionStatus(const QString &text, bool ok)
 void SerialPortWidget::onRefreshSerialPortDisplay()
 {
     if (serial->isOpen()) {
-        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialOpened(*serial), true);
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialOpened(shownPortName(), *serial), true);
         if (m_runState != Paused)
             m_runState = Running;
     } else {
         // A closed port is shown by the name chosen in the panel, which the
         // next start opens.
-        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialClosed(embracedString(ui->portBox->currentText())),
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialClosed(chosenPortName()),
                             false);
     }
     updateCommonStatus();
@@ -1259,7 +1340,7 @@ void SerialPortWidget::on_splitter_splitterMoved(int, int)
 
 void SerialPortWidget::updateSettings()
 {
-    currentSettings.name = embracedString(ui->portBox->currentText());
+    currentSettings.name = chosenPortName();
     if (ui->portBox->currentText().startsWith(QStringLiteral("TCP"))) {
         currentSettings.connMode = panelNetworkMode();
         currentSettings.lastTargetPort = portFromText(ui->parityServerPortBox->currentText());
@@ -1282,10 +1363,10 @@ void SerialPortWidget::updateSettings()
 
 void SerialPortWidget::updateDisplay()
 {
+    const QScopedValueRollback<bool> applying(applyingSettings, true);
     if (currentSettings.connMode == SerialPortMode) {
-        const int portIndex = ui->portBox->findData(currentSettings.name);
-        if (portIndex >= 0)
-            ui->portBox->setCurrentIndex(portIndex);
+        if (!currentSettings.name.isEmpty())
+            selectPortEntry(currentSettings.name);
         else if (ui->portBox->currentText() == networkEntry)
             ui->portBox->setCurrentIndex(0);
         on_portBox_currentIndexChanged(ui->portBox->currentIndex());
@@ -1333,4 +1414,5 @@ void SerialPortWidget::updateDisplay()
     if (macroBar->macros() != formatSetting.Macros)
         macroBar->setMacros(formatSetting.Macros);
     plot->applySettings(formatSetting.Plot);
+    panelBaseline = panelSignature();
 }

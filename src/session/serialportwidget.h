@@ -102,6 +102,10 @@ public:
     // sent and handed to the transport, without history.
     void sendBytes(const QByteArray &data);
 
+signals:
+    // The user changed a setting in the panel.
+    void settingsEdited();
+
 public slots:
     void onReadData();
     void onRefreshDisplay();
@@ -157,6 +161,11 @@ private:
     void onRefreshUdpClientDisplay();
     void setConnectionStatus(const QString &text, bool ok);
     QString shownPortName() const;
+    void selectPortEntry(const QString &name);
+    QString boxPortName() const;
+    QString chosenPortName() const;
+    void watchPanelEdits();
+    QString panelSignature() const;
     void configurePort();
     void copyPanelChecks();
     void refreshConnectionDisplay();
@@ -216,6 +225,8 @@ private:
     bool closingAfterError = false;
 
     QString portListSignature;
+    QString panelBaseline;
+    bool applyingSettings = false;
     QIntValidator *baudRateValidator = nullptr;
     SessionTitleBar *titleBar = nullptr;
     SessionPlot *plot = nullptr;

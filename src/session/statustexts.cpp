@@ -38,10 +38,10 @@ QString StatusTexts::serverListening(const QString &address, quint16 port)
     return tr("Listening on %1:%2").arg(address).arg(port);
 }
 
-QString StatusTexts::serialOpened(const QSerialPort &port)
+QString StatusTexts::serialOpened(const QString &portName, const QSerialPort &port)
 {
     return tr("%1 OPENED, %2, %3, %4, %5, %6")
-        .arg(port.portName())
+        .arg(portName)
         .arg(port.baudRate())
         .arg(port.dataBits())
         .arg(parity(port.parity()), stopBits(port.stopBits()), flowControl(port.flowControl()));

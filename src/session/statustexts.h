@@ -25,7 +25,7 @@ public:
     static QString udpBound(const QString &address, quint16 port);
     static QString serverWaiting(const QString &address, quint16 port);
     static QString serverListening(const QString &address, quint16 port);
-    static QString serialOpened(const QSerialPort &port);
+    static QString serialOpened(const QString &portName, const QSerialPort &port);
     static QString serialClosed(const QString &portName);
 
     static QString parity(QSerialPort::Parity parity);

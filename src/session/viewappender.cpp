@@ -89,18 +89,23 @@ void ViewAppender::flush(int bufferLimit)
     scrollToEndOnce = false;
 
     // characterCount() includes the final paragraph separator.
-    if (view->document()->characterCount() - 1 > bufferLimit)
-        cutHalf(bufferLimit);
+    const int shown = view->document()->characterCount() - 1;
+    if (shown > bufferLimit)
+        cutHalves(shown, bufferLimit);
 
     if (followEnd)
         bar->setValue(bar->maximum());
 }
 
-void ViewAppender::cutHalf(int bufferLimit)
+// As many halves of the limit are cut as it takes to get under the limit, in
+// one step, however far a burst went past it.
+void ViewAppender::cutHalves(int shown, int bufferLimit)
 {
+    const int half = qMax(1, bufferLimit / 2);
+    const int halves = (shown - bufferLimit + half - 1) / half;
     QTextCursor cursor(view->document());
     cursor.setPosition(0);
-    cursor.setPosition(bufferLimit / 2, QTextCursor::KeepAnchor);
+    cursor.setPosition(qMin(shown, halves * half), QTextCursor::KeepAnchor);
     cursor.removeSelectedText();
     scrollToEndOnce = true;
 }

@@ -18,7 +18,7 @@ public:
     explicit ViewAppender(QPlainTextEdit *view);
 
     void append(const QString &text, const QColor &color);
-    // Inserts what was collected; then, once the document holds more than
+    // Inserts what was collected; then, while the document holds more than
     // bufferLimit characters, cuts the first half of the limit.
     void flush(int bufferLimit);
     void clear();
@@ -29,7 +29,7 @@ private:
         QColor color;
     };
 
-    void cutHalf(int bufferLimit);
+    void cutHalves(int shown, int bufferLimit);
 
     QPlainTextEdit *view;
     QVector<Run> pending;

@@ -244,31 +244,37 @@ void PlotPane::redraw()
             x0 = plotX(store, qMax<qsizetype>(0, n - window), map);
             x1 = qMax(plotX(store, n - 1, map), x0 + 0.001);
         }
-        axisX->setRange(x0, x1);
     }
 
     const PlotRowRange rows = plotRows(store, x0, x1, map);
-    const int columns = qMax(1, int(chart->plotArea().width()));
+    // A lowest and a highest point per two pixels draw the same curve as one
+    // per pixel, for half of what the chart lays out each frame.
+    const int columns = qMax(1, int(chart->plotArea().width()) / 2);
     double low = qInf();
     double high = -qInf();
+    QList<QList<QPointF>> curves(series.size());
     for (int c = 0; c < series.size(); ++c) {
-        if (hidden.contains(c)) {
-            series[c]->clear();
+        if (hidden.contains(c))
             continue;
-        }
-        const QList<QPointF> points = decimateMinMax(store, c, rows, x0, x1, columns, map);
-        for (const QPointF &p : points) {
+        curves[c] = decimateMinMax(store, c, rows, x0, x1, columns, map);
+        for (const QPointF &p : std::as_const(curves[c])) {
             if (std::isfinite(p.y()) && p.x() >= x0 && p.x() <= x1) {
                 low = qMin(low, p.y());
                 high = qMax(high, p.y());
             }
         }
-        series[c]->replace(points);
     }
+    // The chart lays out every curve again at each change of an axis: the
+    // curves are emptied first, so that they are laid out once, when filled.
+    for (QLineSeries *line : std::as_const(series))
+        line->clear();
+    axisX->setRange(x0, x1);
     if (autoscaleBox->isChecked() && low <= high) {
         const double margin = high > low ? (high - low) * 0.05 : qMax(1.0, std::abs(high) * 0.05);
         axisY->setRange(low - margin, high + margin);
     }
+    for (int c = 0; c < series.size(); ++c)
+        series[c]->replace(curves[c]);
     skippedLabel->setText(plotStream.skippedLines() ? tr("Skipped lines: %1").arg(plotStream.skippedLines())
                                                     : QString());
 }

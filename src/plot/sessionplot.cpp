@@ -43,10 +43,15 @@ void SessionPlot::setShown(bool shown)
         QWidget *holder = receiveView->parentWidget();
         splitter = new QSplitter;
         splitter->setObjectName(QStringLiteral("plotSplitter"));
+        // The view's stretch in its place goes with the place.
+        splitter->setSizePolicy(receiveView->sizePolicy());
         if (auto *outer = qobject_cast<QSplitter *>(holder)) {
+            // Before the session is first laid out every size reads 0, and
+            // giving those back would collapse the rest of the splitter.
             const QList<int> sizes = outer->sizes();
             outer->replaceWidget(outer->indexOf(receiveView), splitter);
-            outer->setSizes(sizes);
+            if (!sizes.contains(0))
+                outer->setSizes(sizes);
         } else if (holder && holder->layout()) {
             holder->layout()->replaceWidget(receiveView, splitter);
         }

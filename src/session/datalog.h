@@ -1,7 +1,12 @@
 #ifndef QUORVANE_DATALOG_H
 #define QUORVANE_DATALOG_H
 
+#include <functional>
+
+#include <QByteArray>
 #include <QDateTime>
+#include <QFile>
+#include <QSet>
 #include <QString>
 #include <QTime>
 
@@ -29,13 +34,14 @@ struct LogProcessState {
     void reset();
 };
 
-// Expands %S (session name), %Y %y %M %D %h %m %s %z of a log file name in a
-// single pass: a "%" inside the session name is never expanded again, and
-// unknown "%x" sequences stay as they are. The session name is inserted
-// literally, so a name holding "/" (a device path such as "/dev/ttyUSB0")
-// makes "%S.log" a path into that device's folder, which normally cannot be
-// written; ":" (as in "0.0.0.0:6000") is an ordinary file name character on
-// macOS and Linux.
+// A session name as one file name: path separators, characters that file
+// systems refuse and control characters become "_", so "TCP/UDP" or
+// "/dev/ttyUSB0" never turn the log into a path through folders.
+QString fileNameSafe(const QString &name);
+// Expands %S (session name, made file-name safe), %Y %y %M %D %h %m %s %z of
+// a log file name in a single pass: a "%" inside the session name is never
+// expanded again, and unknown "%x" sequences stay as they are. Folders in
+// the pattern itself stay as typed.
 QString expandLogFileName(const QString &pattern, const QString &sessionName, const QDateTime &when);
 // Expands %h %m %s %z of a log line stamp from a chunk's time.
 QString expandLogStamp(const QString &pattern, const QTime &time);
@@ -46,31 +52,47 @@ struct LogHeaderInfo {
     qint32 baudRate = 0;
 };
 
-// Collects rendered log text and writes it to the session's log file on
-// every save tick, starting new files by size and time of day. The file is
-// opened for appending and closed again on every tick.
+// Collects rendered log text, encoded once as UTF-8, and writes it to the
+// session's log file on every save tick, starting new files by size and time
+// of day. The file is opened for appending and closed again on every tick.
 class DataLog
 {
 public:
-    enum Result { Disabled, Written, NameTooShort, OpenFailed, WriteFailed };
+    enum Result { Disabled, Written, NameTooShort, OpenFailed, WriteFailed, ForeignFile };
+
+    // Text waiting for the file is bounded: past this, the oldest is dropped
+    // and the next successful write records how much and since when.
+    static constexpr qint64 PendingLimit = qint64(64) << 20;
+
+    // How a tick writes to the open file; tests stand in a short or failing
+    // device. Returns the bytes written, or -1 with the reason in *error.
+    using WriteFunction = std::function<qint64(QFile &file, const QByteArray &data, QString *error)>;
+    void setWriteFunction(WriteFunction write) { writeFunction = std::move(write); }
 
     void appendLog(const QString &text);
-    const QString &pendingText() const { return logText; }
+    const QByteArray &pendingBytes() const { return pending; }
 
     // One save tick. With recording off the pending text is dropped (it was
     // never meant to be recorded). A name under 3 characters switches
-    // LogSaveFlag off and keeps the text. When the file cannot be opened or
-    // written the text is kept for the next tick and a failed write is cut
-    // back off the file, so nothing is lost and nothing is written twice.
+    // LogSaveFlag off and keeps the text. What fits is written and the rest
+    // stays pending, in order, for the next tick; nothing is written twice.
+    // A non-empty file that is not one of this program's logs is never
+    // appended to.
     Result save(FormatSetting &format, const QString &sessionName, const LogHeaderInfo &header);
-    // Why the last tick failed; empty after a successful one.
+    // Why the last tick failed, in the system's words; empty after a
+    // successful one.
     QString lastErrorString() const { return errorString; }
 
 private:
     Result fail(Result result, const QString &message);
+    bool isForeign(const QString &fileName);
 
-    QString logText;
+    QByteArray pending;
+    qint64 droppedBytes = 0;
+    QDateTime droppedSince;
     QString errorString;
+    QSet<QString> ownFiles;  // files this log made or found to be its own kind
+    WriteFunction writeFunction;
 };
 
 #endif

@@ -60,8 +60,8 @@ struct FormatSetting {
 
     bool LogSaveFlag = false;
     QString LogFilePath = QStringLiteral("%S.log");
-    // Pattern of the stamp written in front of logged lines ("%h:%m:%s.%z").
-    QString LogFileTime;
+    // Pattern of the stamp written in front of logged lines.
+    QString LogFileTime = QStringLiteral("[%h:%m:%s.%z]");
     QString currentLogFileName;
     bool LogTimestampEnabled = false;
     bool LogRotateAtSize = false;

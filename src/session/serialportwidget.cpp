@@ -479,11 +479,17 @@ void SerialPortWidget::onSaveData()
         break;
     case DataLog::OpenFailed:
     case DataLog::WriteFailed:
-        showMessage(dataLog.lastErrorString(), 5000);
+    case DataLog::ForeignFile:
+        // Said once when it starts; the log label keeps showing it.
+        if (logProblem.isEmpty())
+            showMessage(dataLog.lastErrorString(), 5000);
+        logProblem = dataLog.lastErrorString();
         break;
     default:
+        logProblem.clear();
         break;
     }
+    updateCommonStatus();
 }
 
 void SerialPortWidget::showWarning(const QString &title, const QString &text)
@@ -1273,7 +1279,9 @@ void SerialPortWidget::updateCommonStatus()
 {
     const QString rx = tr("Rx: %L1 Bytes").arg(receivedCount);
     const QString tx = tr("Tx: %L1 Bytes").arg(sentCount);
-    const QString log = formatSetting.LogSaveFlag ? formatSetting.currentLogFileName : QStringLiteral("  ");
+    QString log = formatSetting.LogSaveFlag ? formatSetting.currentLogFileName : QStringLiteral("  ");
+    if (formatSetting.LogSaveFlag && !logProblem.isEmpty())
+        log = StatusColors::html(logProblem.toHtmlEscaped(), false, palette());
     if (rxLabel->text() != rx)
         rxLabel->setText(rx);
     if (txLabel->text() != tx)

@@ -71,11 +71,13 @@ public:
     QSerialPort *serialPort() const { return serial; }
     MultiClientServer *server() const { return tcpServer; }
 
-    // Texts of the session's status bar: connection, "Rx", "Tx", log file.
+    // Texts of the session's status bar: connection, "Rx", "Tx", log file
+    // (or, in red, why it cannot be written).
     QString connectionStatusText() const;
     QString rxStatusText() const;
     QString txStatusText() const;
     QString logFileText() const;
+    bool hasLogProblem() const { return !logProblem.isEmpty(); }
     qint64 receivedBytes() const { return receivedCount; }
     qint64 sentBytes() const { return sentCount; }
 
@@ -201,6 +203,7 @@ private:
     QByteArray pausedData;
     QString lastError;
     bool hasError = false;
+    QString logProblem;  // why the log cannot be written now; empty while it can
 
     QTimer *readTimer = nullptr;
     QTimer *sendTimer = nullptr;

@@ -153,6 +153,23 @@ private slots:
         QCOMPARE(renderer.renderForLog(chunkAt(2000, "three"), format), QString("[10:00:02.000] three"));
         QVERIFY(!renderer.displayEndsWithLineFeed());
     }
+
+    // A character cut between two reads is shown and logged whole, on both
+    // directions, each keeping its own cut.
+    void characterSplitAcrossChunks()
+    {
+        const FormatSetting format = textFormat();
+        ChunkRenderer renderer;
+        QString shown;
+        QString logged;
+        for (const rxData &chunk : {chunkAt(0, "caf\xC3"), chunkAt(1, "\xE2\x82", TX), chunkAt(2, "\xA9!"),
+                                    chunkAt(3, "\xAC", TX)}) {
+            shown += renderer.renderForDisplay(chunk, format).text;
+            logged += renderer.renderForLog(chunk, format);
+        }
+        QCOMPARE(shown, QString::fromUtf8("caf\né!\n€"));
+        QCOMPARE(logged, shown);
+    }
 };
 
 QTEST_APPLESS_MAIN(TestChunkRenderer)

@@ -363,6 +363,8 @@ private slots:
 
     // Documents come from other people: whatever they hold opens between 1
     // and 16 sessions with usable values.
+    // Hostile documents open with sane values; what is not a document at all
+    // (sessions -1) is refused with a message and the workspace stays.
     void openDocument_data()
     {
         QTest::addColumn<QString>("fileName");
@@ -372,7 +374,7 @@ private slots:
         auto row = [this](const char *tag, const QByteArray &contents, int sessions, bool quickView) {
             QTest::newRow(tag) << writeDocument(QString::fromLatin1(tag) + ".qvn", contents) << sessions << quickView;
         };
-        row("PortNumber absent", "ColumnNumber=2\n", 1, true);
+        row("PortNumber absent", "ColumnNumber=2\n[0]\nBaudRate=9600\n", 1, true);
         row("three, QuickView absent", "PortNumber=3\n", 3, false);
         row("PortNumber 0", "PortNumber=0\n", 1, true);
         row("PortNumber -3", "PortNumber=-3\nColumnNumber=-1\n", 1, true);
@@ -383,17 +385,28 @@ private slots:
         row("empty font family", "[0]\nLogFontFamily=\nLogFontSize=-4\nLogFontWeight=5000\n", 1, true);
         row("unparsable time", "[0]\nLogRotateAtTime=true\nLogRotateTime=quarter past\n", 1, true);
         row("only separators", "[0]\nLastTargetHost=-||--||-\n", 1, true);
-        row("binary", QByteArray("\0\xff\xfe[\x01=\x80\n\x1b", 9).repeated(455), 1, true);
-        row("empty", {}, 1, true);
-        QTest::newRow("missing") << dir.filePath("missing.qvn") << 1 << true;
-        QTest::newRow("folder") << dir.path() << 1 << true;
+        row("huge texts and sizes", "[0]\nRxTimeFormat=" + QByteArray(100000, 'h') + "\nLogFilePath=" + QByteArray(100000, 'x')
+                + "\nLogRotateAtSize=true\nLogRotateSize=1099511627776\nDisplayBufferSize=-5\n", 1, true);
+        row("negative rotation size", "[0]\nLogRotateAtSize=true\nLogRotateSize=-1\n", 1, true);
+        row("binary", QByteArray("\0\xff\xfe[\x01=\x80\n\x1b", 9).repeated(455), -1, true);
+        row("empty", {}, -1, true);
+        row("no session in it", "export PATH=/usr/bin\n", -1, true);
+        QTest::newRow("missing") << dir.filePath("missing.qvn") << -1 << true;
+        QTest::newRow("folder") << dir.path() << -1 << true;
     }
 
     void openDocument()
     {
         QFETCH(QString, fileName);
+        QFETCH(int, sessions);
         ScriptedWindow window;
-        QVERIFY(window.loadFile(fileName));
+        action(window, "acEditAdd")->trigger();
+        QCOMPARE(window.loadFile(fileName), sessions > 0);
+        if (sessions < 0) {
+            QCOMPARE(window.sessionCount(), 2);
+            QCOMPARE(window.boxesShown, QStringList{fileName + " is not a Quorvane session document."});
+            return;
+        }
         QTEST(window.sessionCount(), "sessions");
         QTEST(action(window, "acViewQuickSettings")->isChecked(), "quickView");
         QVERIFY(window.sessionsPerRow() >= 1 && window.sessionsPerRow() <= MainWindow::MaxSessions);
@@ -403,6 +416,9 @@ private slots:
             QVERIFY(!port.lastTargetHost.contains(QString()));
             QVERIFY(!format.LogFont.family().isEmpty());
             QVERIFY(format.LogFont.pointSize() > 0);
+            QVERIFY(format.RxTimeFormat.size() <= 256 && format.LogFilePath.size() <= 4096);
+            QVERIFY(format.DisplayBufferSize >= 0);
+            QVERIFY(!format.LogRotateAtSize || format.LogRotateSize > 0);
             QVERIFY(!format.SendTextColor.isValid() || format.SendTextColor.name().size() == 7);
         }
     }

@@ -54,6 +54,7 @@ void TestMultiClientServer::clientsAreKeptInConnectOrderWithTheirLastMessage()
         QVERIFY(messages.wait(5000));
         QCOMPARE(messages.takeFirst().first().toString(), key);
         QCOMPARE(server->lastMessages().value(key), bytes);
+        QCOMPARE(server->lastMessages().value(key).capacity(), bytes.size()); // memory is the data
     }
 
     first->disconnectFromHost();

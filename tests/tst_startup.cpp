@@ -1,10 +1,13 @@
 #include <QtTest>
+
+#include <csignal>
 #include <QtWidgets>
 
 #include "app/commandline.h"
 #include "app/fileopenrequests.h"
 #include "app/preferences.h"
 #include "app/setconfigfilepathdialog.h"
+#include "app/shutdownsignals.h"
 #include "app/startup.h"
 #include "testsupport.h"
 
@@ -74,6 +77,21 @@ private slots:
         QCOMPARE(window.testAttribute(Qt::WA_Moved), placed);
         QCOMPARE(window.pos(), placed ? stored : QPoint());
     }
+
+#ifdef Q_OS_UNIX
+    // A termination signal arrives as a Qt signal through the event loop
+    // (and ends nothing by itself).
+    void terminationSignalsAskForShutdown()
+    {
+        ShutdownSignals signals_;
+        QSignalSpy requested(&signals_, &ShutdownSignals::shutdownRequested);
+        for (int signalNumber : {SIGTERM, SIGHUP, SIGINT}) {
+            ::raise(signalNumber);
+            QTRY_COMPARE(requested.size(), 1);
+            requested.clear();
+        }
+    }
+#endif
 
     // What is stored is restored in the same measure, so a window does not
     // move at each start; a maximized one comes back maximized, over the

@@ -10,6 +10,7 @@
 #include "app/fileopenrequests.h"
 #include "app/mainwindow.h"
 #include "app/setconfigfilepathdialog.h"
+#include "app/shutdownsignals.h"
 #include "app/startup.h"
 #include "common/logging.h"
 
@@ -97,6 +98,8 @@ int main(int argc, char *argv[])
     if (commandLine.startsPort)
         window.start(commandLine.portName);
     fileOpenRequests->setHandler([&window](const QString &fileName) { window.openDocument(fileName); });
+    ShutdownSignals shutdownSignals;
+    QObject::connect(&shutdownSignals, &ShutdownSignals::shutdownRequested, &window, &MainWindow::shutDown);
 
     return app.exec();
 }

@@ -269,9 +269,38 @@ void MainWindow::writeSettings()
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     qCDebug(lcDefault) << "closeEvent...";
+    if (!shuttingDown && !okToLoseUnloggedText()) {
+        event->ignore();
+        return;
+    }
     hide();
     writeSettings();
     event->accept();
+}
+
+// Log text that cannot reach its file is lost on quitting: the user decides.
+bool MainWindow::okToLoseUnloggedText()
+{
+    qint64 unlogged = 0;
+    for (int i = 0; i < portCount; ++i) {
+        SerialPortWidget *session = sessions[size_t(i)];
+        session->onSaveData();
+        if (session->hasLogProblem())
+            unlogged += session->unloggedBytes();
+    }
+    return unlogged == 0
+        || ask(QMessageBox::Warning, AppTitle,
+               tr("%L1 bytes of log text cannot be written and would be lost.\nQuit anyway?").arg(unlogged),
+               QMessageBox::Yes | QMessageBox::No)
+        == QMessageBox::Yes;
+}
+
+// A termination signal: everything Quit saves is saved, without questions.
+void MainWindow::shutDown()
+{
+    shuttingDown = true;
+    close();
+    QCoreApplication::quit();
 }
 
 // --- workspace -------------------------------------------------------------
@@ -824,6 +853,11 @@ void MainWindow::on_actionTest_triggered() {}
 
 bool MainWindow::readSettingFile(const QString &fileName)
 {
+    if (!SessionDocument::isSessionDocument(fileName)) {
+        ask(QMessageBox::Warning, AppTitle, tr("%1 is not a Quorvane session document.").arg(fileName),
+            QMessageBox::Ok);
+        return false;
+    }
     QSettings file(fileName, QSettings::IniFormat);
     destroyAllSessions();
 

@@ -55,6 +55,7 @@ public:
     QStringList recentFiles() const { return prefs.recentFiles; }
 
 public slots:
+    void shutDown();
     void changePort();
     void onUpdateDisplay();
     void updateStatusBar();
@@ -132,6 +133,7 @@ private:
     void readSettings(QSettings &store);
     void writeSettings();
     bool okToContinue();
+    bool okToLoseUnloggedText();
     void setCurrentFile(const QString &fileName);
     void updateRecentFileActions(bool dropMissing);
 
@@ -148,6 +150,7 @@ private:
     Ui::MainWindow *ui;
     std::array<SerialPortWidget *, MaxSessions> sessions{};
     int portCount = 0;
+    bool shuttingDown = false;
     int portNumberPerColumn = 1;
     int runState = Stopped;
     int lastPortCount = -1;

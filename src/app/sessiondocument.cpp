@@ -1,5 +1,10 @@
 #include "app/sessiondocument.h"
 
+#include <limits>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 
 #include "common/logging.h"
@@ -55,6 +60,22 @@ QColor readColor(const QSettings &file, int index, const char *name)
     return QColor::fromString(file.value(key(index, name)).toString());
 }
 
+// Field lengths a document may bring: enough for any real value, small
+// enough that no document can stall the window rendering them.
+constexpr int MaxTextLength = 4096;
+constexpr int MaxFormatLength = 256;
+constexpr int MaxSendListEntries = 1000;
+
+QString boundedText(const QSettings &file, int index, const char *name, int maxLength = MaxTextLength)
+{
+    return file.value(key(index, name)).toString().left(maxLength);
+}
+
+int nonNegative(const QSettings &file, int index, const char *name)
+{
+    return qMax(0, file.value(key(index, name)).toInt());
+}
+
 void report(const ProgressStage &progress, int stage)
 {
     if (progress)
@@ -62,6 +83,27 @@ void report(const ProgressStage &progress, int stage)
 }
 
 } // namespace
+
+bool isSessionDocument(const QString &fileName)
+{
+    const QFileInfo info(fileName);
+    if (!info.isFile() || !info.isReadable() || info.size() > MaxDocumentBytes)
+        return false;
+    QFile raw(fileName);
+    if (!raw.open(QIODevice::ReadOnly) || raw.readAll().contains('\0'))
+        return false;
+    const QSettings file(fileName, QSettings::IniFormat);
+    if (file.status() != QSettings::NoError)
+        return false;
+    if (file.contains(QStringLiteral("PortNumber")))
+        return true;
+    const QStringList groups = file.childGroups();
+    for (int i = 0; i < MaxSessions; ++i) {
+        if (groups.contains(QString::number(i)))
+            return true;
+    }
+    return false;
+}
 
 void writeLayout(QSettings &file, const DocumentLayout &layout)
 {
@@ -132,7 +174,7 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
 
 void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting &format)
 {
-    port.name = file.value(key(i, "PortName")).toString();
+    port.name = boundedText(file, i, "PortName");
     port.baudRate = file.value(key(i, "BaudRate")).toInt();
     port.dataBits = file.value(key(i, "DataBits")).toInt();
     port.stopBits = file.value(key(i, "StopBits")).toInt();
@@ -142,38 +184,44 @@ void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting
     format.AutoFeedLine = file.value(key(i, "AutoFeedLine")).toBool();
     format.SplitterLeft = file.value(key(i, "SplitterLeft")).toInt();
     format.SplitterRight = file.value(key(i, "SplitterRight")).toInt();
-    format.AutoFeedInterval = file.value(key(i, "AutoFeedInterval")).toInt();
+    format.AutoFeedInterval = nonNegative(file, i, "AutoFeedInterval");
     format.DisplaySendMsg = intFlag(file, i, "DisplaySendMsg");
     format.DisplayMsgTime = intFlag(file, i, "DisplayMsgTime");
-    format.RxTimeFormat = file.value(key(i, "RxTimeFormat")).toString();
-    format.TxTimeFormat = file.value(key(i, "TxTimeFormat")).toString();
+    format.RxTimeFormat = boundedText(file, i, "RxTimeFormat", MaxFormatLength);
+    format.TxTimeFormat = boundedText(file, i, "TxTimeFormat", MaxFormatLength);
     format.SendMsgFormat = file.value(key(i, "SendMsgFormat")).toInt();
     format.AutoSend = intFlag(file, i, "AutoSend");
-    format.SendInterval = file.value(key(i, "SendInterval")).toInt();
+    format.SendInterval = nonNegative(file, i, "SendInterval");
     format.SendTimeUnit = file.value(key(i, "SendTimeUnit")).toInt();
     format.SupportComment = intFlag(file, i, "SupportComment");
     format.FormatSend = intFlag(file, i, "FormatSend");
     format.AutoAddFeedLine = file.value(key(i, "AutoAddFeedLine")).toBool();
-    format.SendList = file.value(key(i, "SendList")).toStringList();
+    format.SendList = file.value(key(i, "SendList")).toStringList().mid(0, MaxSendListEntries);
+    for (QString &entry : format.SendList)
+        entry.truncate(MaxTextLength);
     format.EnterSends = file.value(key(i, "EnterSends")).toBool();
     format.ClearAfterSend = file.value(key(i, "ClearAfterSend")).toBool();
     format.Macros = macrosFromText(file.value(key(i, "SendMacros")).toString());
     format.LogSaveFlag = intFlag(file, i, "LogSaveFlag");
-    format.LogFilePath = file.value(key(i, "LogFilePath")).toString();
+    format.LogFilePath = boundedText(file, i, "LogFilePath");
     format.LogTimestampEnabled = file.value(key(i, "LogTimestampEnabled")).toBool();
-    format.LogFileTime = file.value(key(i, "LogFileTime")).toString();
+    format.LogFileTime = boundedText(file, i, "LogFileTime", MaxFormatLength);
     // Rotation options are honoured when present but never written.
-    format.LogRotateAtSize = file.value(key(i, "LogRotateAtSize")).toBool();
-    format.LogRotateSize = file.value(key(i, "LogRotateSize")).toInt();
+    // A size that is not a positive 32-bit number switches size rotation off.
+    bool sizeOk = false;
+    const qlonglong rotateSize = file.value(key(i, "LogRotateSize")).toLongLong(&sizeOk);
+    sizeOk = sizeOk && rotateSize > 0 && rotateSize <= std::numeric_limits<qint32>::max();
+    format.LogRotateAtSize = sizeOk && file.value(key(i, "LogRotateAtSize")).toBool();
+    format.LogRotateSize = sizeOk ? qint32(rotateSize) : 0;
     format.LogRotateAtTime = file.value(key(i, "LogRotateAtTime")).toBool();
     format.LogRotateTime = file.value(key(i, "LogRotateTime")).toTime();
     format.NeedHourTimeStamp = file.value(key(i, "NeedHourTimeStamp")).toBool();
-    format.DisplayBufferSize = file.value(key(i, "DisplayBufferSize")).toInt();
+    format.DisplayBufferSize = nonNegative(file, i, "DisplayBufferSize");
     format.LogFont = readFont(file, i, format.LogFont);
     format.FormatDisplayColor = intFlag(file, i, "FormatDisplayColor");
     format.SendTextColor = readColor(file, i, "SendTextColor");
     format.ReceiveTextColor = readColor(file, i, "ReceiveTextColor");
-    port.lastTargetHost = splitHosts(file.value(key(i, "LastTargetHost")).toString());
+    port.lastTargetHost = splitHosts(boundedText(file, i, "LastTargetHost"));
     port.lastTargetPort = file.value(key(i, "LastTargetPort")).toInt();
     port.connMode = file.value(key(i, "ConnMode")).toInt();
     format.Plot = PlotSettings::read(file, QStringLiteral("%1/").arg(i));

@@ -23,6 +23,11 @@ constexpr int MaxSessions = 16;
 // Called with 10, 20, 30, 50 and 100 as the writing of one session proceeds.
 using ProgressStage = std::function<void(int stage)>;
 
+// Whether the file can be a session document at all: a readable INI text
+// file with a session count or at least one session group.
+constexpr qint64 MaxDocumentBytes = qint64(16) << 20;
+bool isSessionDocument(const QString &fileName);
+
 void writeLayout(QSettings &file, const DocumentLayout &layout);
 // Session and column counts always come back within 1..MaxSessions.
 DocumentLayout readLayout(const QSettings &file);

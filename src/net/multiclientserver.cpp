@@ -64,7 +64,11 @@ void MultiClientServer::readReady()
     if (!socket)
         return;
     const QString key = clientKey(socket);
-    lastMessageByClient.insert(key, socket->readAll());
+    // Kept for the life of the server: only its bytes, not the read's spare
+    // capacity, so thousands of short-lived clients cost what they sent.
+    QByteArray message = socket->readAll();
+    message.squeeze();
+    lastMessageByClient.insert(key, message);
     emit newMessage(key);
 }
 

@@ -33,7 +33,7 @@ QString toHexString(const QByteArray &bytes)
 QString decodeByteArray(const QByteArray &bytes, int format)
 {
     if (format == ASCII)
-        return foldLineBreaks(QString::fromLocal8Bit(bytes));
+        return foldLineBreaks(QString::fromUtf8(bytes));
     return toHexString(bytes);
 }
 
@@ -52,7 +52,7 @@ QString insertTimeStamp(QString text, const QString &stamp)
 }
 
 QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, bool stamped,
-                              const QString &stamp, bool endsWithLineFeed)
+                              const QString &stamp, bool endsWithLineFeed, Utf8Streams &streams)
 {
     const bool received = chunk.direction == RX;
     const int shownFormat = received ? format.ReceiveMsgFormat : format.SendMsgFormat;
@@ -62,15 +62,18 @@ QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, 
         return QString();
     }
     const bool hex = shownFormat == HEX;
+    // Decoded once per chunk by a decoder that keeps a character cut off at
+    // the chunk's end for the next one.
+    const QString text = hex ? QString() : QString((received ? streams.received : streams.sent)(chunk.data));
 
     if (!received) {
         QString line;
         if (hex)
             line = (stamped ? stamp : QString()) + toHexString(chunk.data) + lineFeed;
         else if (stamped)
-            line = stamp + insertTimeStamp(decodeByteArray(chunk.data, ASCII), stamp);
+            line = stamp + insertTimeStamp(foldLineBreaks(text), stamp);
         else
-            line = decodeByteArray(chunk.data, ASCII);
+            line = foldLineBreaks(text);
         return endsWithLineFeed ? line : lineFeed + line;
     }
 
@@ -80,7 +83,7 @@ QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, 
 
     if (!stamped) {
         if (!hex)
-            return QString::fromLocal8Bit(chunk.data);
+            return text;
         QString line = toHexString(chunk.data);
         if (format.AutoFeedLine && pauseElapsed) {
             lastFeedTime = chunk.time;
@@ -91,7 +94,7 @@ QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, 
     }
 
     if (!hex) {
-        const QString line = insertTimeStamp(QString::fromLocal8Bit(chunk.data), stamp);
+        const QString line = insertTimeStamp(text, stamp);
         return endsWithLineFeed ? stamp + line : line;
     }
     // With stamps the interval always splits hex output into stamped lines.
@@ -107,7 +110,7 @@ ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &chunk, const 
     const QString stamp = format.DisplayMsgTime ? chunk.time.toString(timeFormat) : QString();
 
     Piece piece;
-    piece.text = render(chunk, format, format.DisplayMsgTime, stamp, isEndWithLineFeed);
+    piece.text = render(chunk, format, format.DisplayMsgTime, stamp, isEndWithLineFeed, displayStreams);
     if (piece.text.isEmpty())
         return piece;
     if (piece.text == lineFeed && isEndWithLineFeed) {
@@ -126,7 +129,7 @@ QString ChunkRenderer::renderForLog(const rxData &chunk, const FormatSetting &fo
 {
     const QString stamp = format.LogTimestampEnabled ? expandLogStamp(format.LogFileTime, chunk.time)
                                                      : QString();
-    const QString line = render(chunk, format, format.LogTimestampEnabled, stamp, isLogEndWithLineFeed);
+    const QString line = render(chunk, format, format.LogTimestampEnabled, stamp, isLogEndWithLineFeed, logStreams);
     if (line.isEmpty() || (line == lineFeed && isLogEndWithLineFeed))
         return QString();
     isLogEndWithLineFeed = line.endsWith(lineFeed);

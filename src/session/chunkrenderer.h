@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QString>
+#include <QStringDecoder>
 #include <QTime>
 
 #include "common/types.h"
@@ -10,7 +11,7 @@
 
 // Bytes -> "0A FF " (two upper-case digits and a space per byte).
 QString toHexString(const QByteArray &bytes);
-// Text (2) decodes the local 8-bit encoding and folds "\r\n" and "\n\r"
+// Text (2) decodes UTF-8 and folds "\r\n" and "\n\r"
 // into "\n"; any other format renders hexadecimal.
 QString decodeByteArray(const QByteArray &bytes, int format);
 // Puts the stamp after every inner line break of a text chunk; the caller
@@ -37,9 +38,18 @@ public:
     bool displayEndsWithLineFeed() const { return isEndWithLineFeed; }
 
 private:
-    QString render(const rxData &chunk, const FormatSetting &format, bool stamped,
-                   const QString &stamp, bool endsWithLineFeed);
+    // Received and sent bytes are separate UTF-8 streams; the screen and the
+    // log each decode every chunk once, with their own state.
+    struct Utf8Streams {
+        QStringDecoder received{QStringDecoder::Utf8};
+        QStringDecoder sent{QStringDecoder::Utf8};
+    };
 
+    QString render(const rxData &chunk, const FormatSetting &format, bool stamped,
+                   const QString &stamp, bool endsWithLineFeed, Utf8Streams &streams);
+
+    Utf8Streams displayStreams;
+    Utf8Streams logStreams;
     QTime lastFeedTime;           // shared by display and log, display first
     bool isEndWithLineFeed = true;
     bool isLogEndWithLineFeed = true;

@@ -268,7 +268,8 @@ DataLog::Result DataLog::save(FormatSetting &format, const QString &sessionName,
     const bool isNewFile = file.size() == 0;
     QByteArray prefix = (isNewFile ? fileHeader(file.fileName(), now, header) : hourLine(now, state)).toUtf8();
     if (droppedBytes > 0) {
-        prefix += QCoreApplication::translate("DataLog", "\n--- %L1 bytes not logged since %2: the log file could not be written ---\n")
+        // Log content, like the header: the same words in every language.
+        prefix += QStringLiteral("\n--- %1 bytes not logged since %2: the log file could not be written ---\n")
                       .arg(droppedBytes)
                       .arg(logDateTime(droppedSince))
                       .toUtf8();

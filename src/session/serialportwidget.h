@@ -78,6 +78,7 @@ public:
     QString txStatusText() const;
     QString logFileText() const;
     bool hasLogProblem() const { return !logProblem.isEmpty(); }
+    qint64 unloggedBytes() const { return dataLog.pendingBytes().size(); }
     qint64 receivedBytes() const { return receivedCount; }
     qint64 sentBytes() const { return sentCount; }
 

@@ -96,6 +96,10 @@
         <source>Cannot write log file %1: %2</source>
         <translation>无法写入日志文件 %1：%2</translation>
     </message>
+    <message>
+        <source>%1 is not a Quorvane log; nothing is written to it</source>
+        <translation>%1 不是 Quorvane 日志文件，不会向其写入任何内容</translation>
+    </message>
 </context>
 <context>
     <name>FileSendPanel</name>
@@ -611,6 +615,14 @@ Do you want to save your changes?</source>
     <message>
         <source>Plot</source>
         <translation>绘图</translation>
+        <source>%L1 bytes of log text cannot be written and would be lost.
+Quit anyway?</source>
+        <translation>%L1 字节的日志文本无法写入，退出将会丢失。
+仍要退出吗？</translation>
+    </message>
+    <message>
+        <source>%1 is not a Quorvane session document.</source>
+        <translation>%1 不是 Quorvane 会话文档。</translation>
     </message>
 </context>
 <context>

@@ -613,8 +613,6 @@ Do you want to save your changes?</source>
         <translation>请先点击要清空的会话</translation>
     </message>
     <message>
-        <source>Plot</source>
-        <translation>绘图</translation>
         <source>%L1 bytes of log text cannot be written and would be lost.
 Quit anyway?</source>
         <translation>%L1 字节的日志文本无法写入，退出将会丢失。
@@ -623,6 +621,10 @@ Quit anyway?</source>
     <message>
         <source>%1 is not a Quorvane session document.</source>
         <translation>%1 不是 Quorvane 会话文档。</translation>
+    </message>
+    <message>
+        <source>Plot</source>
+        <translation>绘图</translation>
     </message>
 </context>
 <context>

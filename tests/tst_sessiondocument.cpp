@@ -13,7 +13,8 @@ QVariantList kept(const PortSettings &p, const FormatSetting &f)
             p.lastTargetHost, f.ReceiveMsgFormat, f.SendMsgFormat, f.AutoFeedLine, f.AutoFeedInterval,
             f.RxTimeFormat, f.TxTimeFormat, f.SendInterval, f.SendTimeUnit, f.AutoAddFeedLine, f.SendList,
             f.LogFilePath, f.LogFileTime, f.LogTimestampEnabled, f.DisplayBufferSize, f.LogFont.family(),
-            f.LogFont.pointSize(), int(f.LogFont.weight()), f.SendTextColor, f.ReceiveTextColor};
+            f.LogFont.pointSize(), int(f.LogFont.weight()), f.SendTextColor, f.ReceiveTextColor,
+            f.RawLog, f.RawLogSent};
 }
 
 // The seven flags written as booleans but read as integers, then the
@@ -50,6 +51,7 @@ private slots:
         format.LogRotateAtSize = format.LogRotateAtTime = format.NeedHourTimeStamp = true;
         format.LogRotateSize = 5 << 20;
         format.LogRotateTime = QTime(3, 4, 5);
+        format.RawLog = format.RawLogSent = true;
         const QString name = dir.filePath(QStringLiteral("roundtrip.qvn"));
         {
             QSettings file(name, QSettings::IniFormat);

@@ -97,6 +97,50 @@ private slots:
         QCOMPARE(logged(QStringLiteral("logs/TCP_UDP.log")), QStringLiteral("kept\n"));
     }
 
+    // A raw log holds exactly the received bytes (and the sent ones when
+    // chosen), and never writes into a file that was there before.
+    void rawLogIsByteExact_data()
+    {
+        QTest::addColumn<bool>("withSent");
+        QTest::newRow("received only") << false;
+        QTest::newRow("with sent") << true;
+    }
+
+    void rawLogIsByteExact()
+    {
+        QFETCH(bool, withSent);
+        FormatSetting format = loggingFormat(QStringLiteral("raw.bin"));
+        format.RawLog = true;
+        format.RawLogSent = withSent;
+        startWithoutPort(format);
+        QByteArray all;
+        for (int i = 0; i < 256; ++i)
+            all += char(i);
+        all += "caf\xC3\xA9\r\n";
+        QByteArray expected;
+        for (qsizetype at = 0; at < all.size(); at += 7) {
+            const QByteArray piece = all.mid(at, 7);
+            session->pushByteArray(piece, true, RX);
+            session->pushByteArray("<sent>", false, TX);
+            expected += piece + (withSent ? "<sent>" : "");
+        }
+        session->displayPortBuffer();
+        session->onSaveData();
+        QFile file(logDir->filePath(QStringLiteral("raw.bin")));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), expected);
+
+        session->stop();
+        FormatSetting other = loggingFormat(QStringLiteral("raw.bin"));
+        other.RawLog = true;
+        session = std::make_unique<SerialPortWidget>();
+        startWithoutPort(other);
+        show("more");
+        session->onSaveData();
+        QVERIFY(session->hasLogProblem());
+        QCOMPARE(QFileInfo(file).size(), expected.size());
+    }
+
     void streamedBytesReachTheLogAcrossRotations()
     {
         QUORVANE_REQUIRE_SOCAT();

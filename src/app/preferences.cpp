@@ -92,6 +92,8 @@ Preferences Preferences::read(const QSettings &store)
     p.sendList = value("SendList").toStringList();
     p.enterSends = value("EnterSends", d.enterSends).toBool();
     p.clearAfterSend = value("ClearAfterSend", d.clearAfterSend).toBool();
+    p.rawLog = value("RawLog", d.rawLog).toBool();
+    p.rawLogSent = value("RawLogSent", d.rawLogSent).toBool();
     p.macros = macrosFromText(value("SendMacros").toString());
     p.plot = PlotSettings::read(store, QStringLiteral("Last"));
     p.language = value("ValueL", d.language).toInt();
@@ -142,6 +144,8 @@ void Preferences::write(QSettings &store) const
     set("SendList", sendList);
     set("EnterSends", enterSends);
     set("ClearAfterSend", clearAfterSend);
+    set("RawLog", rawLog);
+    set("RawLogSent", rawLogSent);
     set("SendMacros", macrosToText(macros));
     plot.write(store, QStringLiteral("Last"));
     set("RecentFiles", recentFiles);
@@ -189,6 +193,8 @@ void Preferences::applyTo(PortSettings &port, FormatSetting &format) const
     format.SendList = sendList;
     format.EnterSends = enterSends;
     format.ClearAfterSend = clearAfterSend;
+    format.RawLog = rawLog;
+    format.RawLogSent = rawLogSent;
     format.Macros = macros;
     format.Plot = plot;
 }
@@ -235,6 +241,8 @@ void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format
     sendList = format.SendList;
     enterSends = format.EnterSends;
     clearAfterSend = format.ClearAfterSend;
+    rawLog = format.RawLog;
+    rawLogSent = format.RawLogSent;
     macros = format.Macros;
     plot = format.Plot;
 }

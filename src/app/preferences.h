@@ -54,6 +54,8 @@ struct Preferences {
     QStringList sendList;
     bool enterSends = false;
     bool clearAfterSend = false;
+    bool rawLog = false;
+    bool rawLogSent = false;
     SendMacroList macros;
     PlotSettings plot;
     bool openLastConnection = false;

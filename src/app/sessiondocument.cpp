@@ -154,6 +154,8 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
     file.setValue(key(i, "SendMacros"), macrosToText(format.Macros));
     report(progress, 30);
     file.setValue(key(i, "LogSaveFlag"), format.LogSaveFlag);
+    file.setValue(key(i, "RawLog"), format.RawLog);
+    file.setValue(key(i, "RawLogSent"), format.RawLogSent);
     file.setValue(key(i, "LogFilePath"), format.LogFilePath);
     file.setValue(key(i, "LogTimestampEnabled"), format.LogTimestampEnabled);
     file.setValue(key(i, "LogFileTime"), format.LogFileTime);
@@ -203,6 +205,8 @@ void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting
     format.ClearAfterSend = file.value(key(i, "ClearAfterSend")).toBool();
     format.Macros = macrosFromText(file.value(key(i, "SendMacros")).toString());
     format.LogSaveFlag = intFlag(file, i, "LogSaveFlag");
+    format.RawLog = file.value(key(i, "RawLog")).toBool();
+    format.RawLogSent = file.value(key(i, "RawLogSent")).toBool();
     format.LogFilePath = boundedText(file, i, "LogFilePath");
     format.LogTimestampEnabled = file.value(key(i, "LogTimestampEnabled")).toBool();
     format.LogFileTime = boundedText(file, i, "LogFileTime", MaxFormatLength);

@@ -1,9 +1,11 @@
 #include "dialogs/settingsdialog.h"
 
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QGridLayout>
 #include <QIntValidator>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -121,6 +123,22 @@ void SettingsDialog::initialPara()
     ui->fontLE->setText(fontDescription(chosenFont));
     for (QLineEdit *colorField : {ui->sendTextColorLE, ui->receiveTextColorLE})
         colorField->setPlaceholderText(tr("Theme colour"));
+    addRawLogOptions();
+}
+
+// Below the other log options: the raw log records bytes, not lines.
+void SettingsDialog::addRawLogOptions()
+{
+    rawLogBox = new QCheckBox(tr("Raw log: exactly the bytes received, no header"), this);
+    rawLogBox->setObjectName(QStringLiteral("rawLogBox"));
+    rawLogSentBox = new QCheckBox(tr("Raw log includes sent bytes"), this);
+    rawLogSentBox->setObjectName(QStringLiteral("rawLogSentBox"));
+    connect(rawLogBox, &QCheckBox::toggled, rawLogSentBox, &QWidget::setEnabled);
+    rawLogSentBox->setEnabled(false);
+    auto *grid = qobject_cast<QGridLayout *>(ui->needHourTimeStamp->parentWidget()->layout());
+    const int row = grid->rowCount();
+    grid->addWidget(rawLogBox, row, 0, 1, grid->columnCount());
+    grid->addWidget(rawLogSentBox, row + 1, 0, 1, grid->columnCount());
 }
 
 void SettingsDialog::fillPortsInfo()
@@ -415,6 +433,8 @@ void SettingsDialog::showLogSettings()
 {
     const FormatSetting &f = formatSetting;
     ui->saveCheckBox->setChecked(f.LogSaveFlag);
+    rawLogBox->setChecked(f.RawLog);
+    rawLogSentBox->setChecked(f.RawLogSent);
     ui->logFileNameLE->setText(f.LogFilePath);
     // The session name may have changed while the pattern did not.
     on_logFileNameLE_textChanged(f.LogFilePath);
@@ -539,6 +559,8 @@ void SettingsDialog::takeLogSettings(FormatSetting &format) const
         format.LogRotateTime = shownTime;
     format.LogRotateAtSize = ui->cbRotateAtSize->isChecked();
     format.LogRotateSize = scaledFromShown(ui->sbRotateSize->value(), 1 << 20);
+    format.RawLog = rawLogBox->isChecked();
+    format.RawLogSent = rawLogSentBox->isChecked();
 }
 
 void SettingsDialog::takeDisplaySettings(FormatSetting &format) const

@@ -8,6 +8,7 @@
 #include "session/portsettings.h"
 
 class QAbstractButton;
+class QCheckBox;
 class QIntValidator;
 class QLineEdit;
 
@@ -60,6 +61,7 @@ private:
     void fillTcpParameters();
     void applyNetworkRows(qint32 mode);
     void checkCustomBaudRatePolicy(int index);
+    void addRawLogOptions();
     void selectPort(const QString &portName);
     bool networkPanelShown() const;
 
@@ -85,6 +87,8 @@ private:
     QList<QAbstractButton *> lineEndingButtons;
     bool networkPanel = false;
     qint32 shownSendUnit = 1;  // the unit the interval spin box shows now
+    QCheckBox *rawLogBox = nullptr;
+    QCheckBox *rawLogSentBox = nullptr;
 
     // Chosen through the font and colour dialogs; the line edits only show them.
     QFont chosenFont;

@@ -205,7 +205,12 @@ const QByteArray HeaderStart = QByteArrayLiteral("  Product: Quorvane\n");
 
 void DataLog::appendLog(const QString &text)
 {
-    pending += text.toUtf8();
+    appendBytes(text.toUtf8());
+}
+
+void DataLog::appendBytes(const QByteArray &bytes)
+{
+    pending += bytes;
     const qint64 excess = pending.size() - PendingLimit;
     if (excess > 0) {
         if (droppedBytes == 0)
@@ -224,11 +229,13 @@ DataLog::Result DataLog::fail(Result result, const QString &message)
 
 // A file that holds something else (a document pointed the log at a user's
 // file) is never written into.
-bool DataLog::isForeign(const QString &fileName)
+bool DataLog::isForeign(const QString &fileName, bool raw)
 {
     if (ownFiles.contains(fileName))
         return false;
     QFile existing(fileName);
+    if (raw)
+        return existing.exists();
     if (existing.size() == 0 || (existing.open(QIODevice::ReadOnly) && existing.read(HeaderStart.size()) == HeaderStart)) {
         ownFiles.insert(fileName);
         return false;
@@ -254,7 +261,7 @@ DataLog::Result DataLog::save(FormatSetting &format, const QString &sessionName,
     if (!format.NeedHourTimeStamp)
         state.hourLineWritten = true;
 
-    if (isForeign(format.currentLogFileName)) {
+    if (isForeign(format.currentLogFileName, format.RawLog)) {
         return fail(ForeignFile, QCoreApplication::translate("DataLog", "%1 is not a Quorvane log; nothing is written to it")
                                      .arg(format.currentLogFileName));
     }
@@ -266,8 +273,10 @@ DataLog::Result DataLog::save(FormatSetting &format, const QString &sessionName,
 
     // An empty file counts as new: it may be the remains of a failed first write.
     const bool isNewFile = file.size() == 0;
-    QByteArray prefix = (isNewFile ? fileHeader(file.fileName(), now, header) : hourLine(now, state)).toUtf8();
-    if (droppedBytes > 0) {
+    QByteArray prefix;
+    if (!format.RawLog)
+        prefix = (isNewFile ? fileHeader(file.fileName(), now, header) : hourLine(now, state)).toUtf8();
+    if (droppedBytes > 0 && !format.RawLog) {
         // Log content, like the header: the same words in every language.
         prefix += QStringLiteral("\n--- %1 bytes not logged since %2: the log file could not be written ---\n")
                       .arg(droppedBytes)

@@ -70,6 +70,7 @@ public:
     void setWriteFunction(WriteFunction write) { writeFunction = std::move(write); }
 
     void appendLog(const QString &text);
+    void appendBytes(const QByteArray &bytes);
     const QByteArray &pendingBytes() const { return pending; }
 
     // One save tick. With recording off the pending text is dropped (it was
@@ -77,7 +78,8 @@ public:
     // LogSaveFlag off and keeps the text. What fits is written and the rest
     // stays pending, in order, for the next tick; nothing is written twice.
     // A non-empty file that is not one of this program's logs is never
-    // appended to.
+    // appended to; a raw log (no header, just the bytes) only writes to
+    // files it made itself.
     Result save(FormatSetting &format, const QString &sessionName, const LogHeaderInfo &header);
     // Why the last tick failed, in the system's words; empty after a
     // successful one.
@@ -85,7 +87,7 @@ public:
 
 private:
     Result fail(Result result, const QString &message);
-    bool isForeign(const QString &fileName);
+    bool isForeign(const QString &fileName, bool raw);
 
     QByteArray pending;
     qint64 droppedBytes = 0;

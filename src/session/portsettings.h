@@ -69,6 +69,10 @@ struct FormatSetting {
     bool LogRotateAtTime = false;
     QTime LogRotateTime;
     bool NeedHourTimeStamp = false;
+    // Raw log: the file gets exactly the bytes received (and sent, if
+    // chosen), with no header and no rendering.
+    bool RawLog = false;
+    bool RawLogSent = false;
 
     qint32 DisplayBufferSize = 10 << 20;
     QFont LogFont;

@@ -446,8 +446,12 @@ void SerialPortWidget::displayPortBuffer()
         const ChunkRenderer::Piece piece = renderer.renderForDisplay(chunk, formatSetting);
         if (piece.show)
             viewAppender->append(piece.text, piece.color);
-        if (formatSetting.LogSaveFlag)
+        if (!formatSetting.LogSaveFlag)
+            continue;
+        if (!formatSetting.RawLog)
             logBatch += renderer.renderForLog(chunk, formatSetting);
+        else if (chunk.direction == RX || formatSetting.RawLogSent)
+            dataLog.appendBytes(chunk.data);
     }
     const int defaultLimit = 10 << 20;
     viewAppender->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);

@@ -1324,6 +1324,14 @@ Quit anyway?</source>
         <source>Host</source>
         <translation>主机</translation>
     </message>
+    <message>
+        <source>Raw log: exactly the bytes received, no header</source>
+        <translation>原始日志：只记录收到的原始字节，无文件头</translation>
+    </message>
+    <message>
+        <source>Raw log includes sent bytes</source>
+        <translation>原始日志包含发送的字节</translation>
+    </message>
 </context>
 <context>
     <name>StatusTexts</name>

@@ -3,7 +3,7 @@
 # Debian/Ubuntu through apt-get, macOS through Homebrew.
 set -euo pipefail
 
-debian_packages=(cmake g++ ninja-build qt6-base-dev qt6-serialport-dev libqt6sql6-sqlite
+debian_packages=(cmake g++ ninja-build qt6-base-dev qt6-serialport-dev qt6-charts-dev libqt6sql6-sqlite
     qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev socat xvfb xauth x11-apps
     imagemagick fonts-wqy-microhei librsvg2-bin xdotool qt6-translations-l10n
     desktop-file-utils appstream shared-mime-info)

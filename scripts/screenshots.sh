@@ -6,6 +6,7 @@
 #   english-grid.png   a workspace of three sessions in a grid
 #   toolbox.png        the Toolbox
 #   chinese-grid.png   the same workspace with the Chinese interface
+#   plot.png           a session plotting a sine and a cosine beside its view
 #   send-tools.png     one session with macros, hex send and a marked typo
 #   macro-editor.png   its macro editor
 #   sixteen-grid.png   sixteen sessions in a grid, the document named on the
@@ -177,3 +178,22 @@ xdotool mousemove $((X + 150)) $((Y + 79)) click --repeat 2 --delay 80 1
 sleep 1
 shot sixteen-one.png
 quit_app
+
+# The live plot beside the receive view of a session on a socat pty pair,
+# fed with a sine and a cosine as "name:value" lines.
+if command -v socat >/dev/null; then
+    socat pty,raw,echo=0,link="$work/ttyA" pty,raw,echo=0,link="$work/ttyB" & socat_pid=$!
+    for i in $(seq 1 50); do [[ -e "$work/ttyB" ]] && break; sleep 0.1; done
+    doc="$work/plot.qvn"
+    printf '[General]\nPortNumber=1\nColumnNumber=1\nQuickView=false\n[0]\nPortName=%s\nBaudRate=115200\nDataBits=8\nStopBits=1\nReceiveMsgForamt=2\nLogFontFamily=Monospace\nLogFontSize=10\nSplitterLeft=0\nSplitterRight=100\nPlotVisible=true\nPlotWindow=600\n' \
+        "$work/ttyA" > "$doc"
+    sed -i "s|^RecentFiles=.*|RecentFiles=$doc|; s/^OpenLastConnection=.*/OpenLastConnection=true/" "$store"
+    "$app" & pid=$!
+    wait_window 'plot'
+    xdotool windowmove "$id" 0 0 windowsize "$id" 1300 800
+    awk 'BEGIN { for (i = 0; i < 800; i++) printf "sin:%.4f,cos:%.4f\r\n", sin(i / 40), cos(i / 40) * 0.5 }' > "$work/ttyB"
+    sleep 2
+    shot plot.png
+    quit_app
+    kill "$socat_pid"
+fi

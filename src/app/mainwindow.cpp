@@ -27,6 +27,7 @@
 #include "dialogs/multiportsettingdlg.h"
 #include "dialogs/newconnection.h"
 #include "dialogs/settingsdialog.h"
+#include "plot/sessionplot.h"
 #include "session/serialportwidget.h"
 #include "tools/asciicode.h"
 #include "tools/toolbox.h"
@@ -77,6 +78,7 @@ MainWindow::MainWindow(QWidget *parent, const QString &startDocument)
     readSettings(store);
 
     ui->menuDebug->menuAction()->setVisible(false);
+    addPlotAction();
 
     appendSession();
     ui->acViewQuickSettings->setChecked(true);
@@ -1077,4 +1079,19 @@ void MainWindow::on_acFileSave_triggered()
 void MainWindow::on_acFileSaveAs_triggered()
 {
     saveAs();
+}
+
+// View > Plot shows or hides the plot of every session; its check follows
+// the first session.
+void MainWindow::addPlotAction()
+{
+    QAction *plotAction = ui->menuView->addAction(tr("Plot"));
+    plotAction->setCheckable(true);
+    connect(ui->menuView, &QMenu::aboutToShow, plotAction, [this, plotAction] {
+        plotAction->setChecked(sessions[0]->sessionPlot()->toggleAction()->isChecked());
+    });
+    connect(plotAction, &QAction::triggered, this, [this](bool on) {
+        for (int i = 0; i < portCount; ++i)
+            sessions[size_t(i)]->sessionPlot()->toggleAction()->setChecked(on);
+    });
 }

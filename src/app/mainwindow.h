@@ -125,6 +125,7 @@ private slots:
     void on_actionTest_triggered();
 
 private:
+    void addPlotAction();
     static QString documentFilter();
     void createRecentFileActions();
     void adoptWorkspaceIntoScrollArea();

@@ -95,6 +95,7 @@ Preferences Preferences::read(const QSettings &store)
     p.rawLog = value("RawLog", d.rawLog).toBool();
     p.rawLogSent = value("RawLogSent", d.rawLogSent).toBool();
     p.macros = macrosFromText(value("SendMacros").toString());
+    p.plot = PlotSettings::read(store, QStringLiteral("Last"));
     p.language = value("ValueL", d.language).toInt();
     return p;
 }
@@ -146,6 +147,7 @@ void Preferences::write(QSettings &store) const
     set("RawLog", rawLog);
     set("RawLogSent", rawLogSent);
     set("SendMacros", macrosToText(macros));
+    plot.write(store, QStringLiteral("Last"));
     set("RecentFiles", recentFiles);
     set("LastFile", lastFile);
     set("LastLogFile", lastLogFile);
@@ -194,6 +196,7 @@ void Preferences::applyTo(PortSettings &port, FormatSetting &format) const
     format.RawLog = rawLog;
     format.RawLogSent = rawLogSent;
     format.Macros = macros;
+    format.Plot = plot;
 }
 
 void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format)
@@ -241,6 +244,7 @@ void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format
     rawLog = format.RawLog;
     rawLogSent = format.RawLogSent;
     macros = format.Macros;
+    plot = format.Plot;
 }
 
 bool Preferences::chineseChecked(int language, const QString &systemLocaleName)

@@ -57,6 +57,7 @@ struct Preferences {
     bool rawLog = false;
     bool rawLogSent = false;
     SendMacroList macros;
+    PlotSettings plot;
     bool openLastConnection = false;
     QStringList recentFiles;
     QString lastFile;

@@ -8,6 +8,7 @@
 #include <QTime>
 
 #include "common/types.h"
+#include "plot/plotsettings.h"
 #include "send/sendmacro.h"
 
 // How a port session connects. Copied whole into and out of the dialogs.
@@ -78,6 +79,8 @@ struct FormatSetting {
     bool FormatDisplayColor = false;
     QColor SendTextColor;
     QColor ReceiveTextColor;
+
+    PlotSettings Plot;
 };
 
 // A stored unit below 1 is read as 1 before it multiplies or divides.

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTcpSocket>
@@ -21,6 +22,7 @@
 #include "common/statuscolors.h"
 #include "common/texthelpers.h"
 #include "net/multiclientserver.h"
+#include "plot/sessionplot.h"
 #include "send/filesender.h"
 #include "send/filesendpanel.h"
 #include "send/hexinputfeedback.h"
@@ -81,6 +83,7 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     viewAppender = new ViewAppender(ui->receiveView);
     formatSetting.LogFont = ui->receiveView->font();
     formatSetting.SendInterval = ui->sendIntervelSB->value();
+    initPlot();
 
     initTimers();
     initSendTools();
@@ -108,6 +111,22 @@ SerialPortWidget::~SerialPortWidget()
     delete tcpServer;
     delete viewAppender;
     delete ui;
+}
+
+// The plot's show/hide entry sits in the session's context menus: the
+// receive view's and the title bar's.
+void SerialPortWidget::initPlot()
+{
+    plot = new SessionPlot(ui->receiveView, this);
+    titleBar->addAction(plot->toggleAction());
+    titleBar->setContextMenuPolicy(Qt::ActionsContextMenu);
+    ui->receiveView->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ui->receiveView, &QWidget::customContextMenuRequested, this, [this](const QPoint &pos) {
+        QScopedPointer<QMenu> menu(ui->receiveView->createStandardContextMenu(pos));
+        menu->addSeparator();
+        menu->addAction(plot->toggleAction());
+        menu->exec(ui->receiveView->mapToGlobal(pos));
+    });
 }
 
 void SerialPortWidget::initTimers()
@@ -370,6 +389,8 @@ void SerialPortWidget::pushByteArray(const QByteArray &data, bool countAsReceive
     if (data.isEmpty())
         return;
     rxDataList.enqueue({currentTimeOfDay(), direction, data});
+    if (direction == RX)
+        plot->feed(data);
     if (countAsReceived)
         receivedCount += data.size();
 }
@@ -1331,6 +1352,7 @@ void SerialPortWidget::updateSettings()
         currentSettings.flowControl = ui->flowControlClientPortBox->currentData().toInt();
     }
     copyPanelChecks();
+    formatSetting.Plot = plot->settings();
     formatSetting.AutoSend = ui->autoSendBox->isChecked();
     if (sendTimer->interval() != ui->sendIntervelSB->value()) {
         sendTimer->setInterval(ui->sendIntervelSB->value());
@@ -1390,5 +1412,6 @@ void SerialPortWidget::updateDisplay()
     sendBoxController->setOptions(formatSetting.EnterSends, formatSetting.ClearAfterSend);
     if (macroBar->macros() != formatSetting.Macros)
         macroBar->setMacros(formatSetting.Macros);
+    plot->applySettings(formatSetting.Plot);
     panelBaseline = panelSignature();
 }

@@ -26,6 +26,7 @@ class FileSender;
 class MacroBar;
 class SendBoxController;
 class SessionTitleBar;
+class SessionPlot;
 class ViewAppender;
 struct SerialPortItem;
 
@@ -87,6 +88,7 @@ public:
     void clearNewError() { hasError = false; }
 
     SessionTitleBar *sessionTitleBar() const { return titleBar; }
+    SessionPlot *sessionPlot() const { return plot; }
 
     void updateSplitterSizes(const QList<int> &sizes);
     void setStatusBarVisible(bool visible);
@@ -141,6 +143,7 @@ private slots:
     void onSerialError(QSerialPort::SerialPortError error);
 
 private:
+    void initPlot();
     void initTimers();
     void initSendTools();
     void recordSent(const QByteArray &data, qsizetype shownBytes);
@@ -229,6 +232,7 @@ private:
     bool applyingSettings = false;
     QIntValidator *baudRateValidator = nullptr;
     SessionTitleBar *titleBar = nullptr;
+    SessionPlot *plot = nullptr;
     QStatusBar *statusBar = nullptr;
     QLabel *connectionStatusLabel = nullptr;
     QLabel *rxLabel = nullptr;

@@ -622,6 +622,10 @@ Quit anyway?</source>
         <source>%1 is not a Quorvane session document.</source>
         <translation>%1 不是 Quorvane 会话文档。</translation>
     </message>
+    <message>
+        <source>Plot</source>
+        <translation>绘图</translation>
+    </message>
 </context>
 <context>
     <name>MultiPortSettingDlg</name>
@@ -663,6 +667,140 @@ Quit anyway?</source>
     <message>
         <source>Bridger</source>
         <translation>桥接</translation>
+    </message>
+</context>
+<context>
+    <name>PlotPane</name>
+    <message>
+        <source>Auto</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>Numbers</source>
+        <translation>数字</translation>
+    </message>
+    <message>
+        <source>Name:value pairs</source>
+        <translation>名称:值 对</translation>
+    </message>
+    <message>
+        <source>How received lines are read as samples</source>
+        <translation>如何将接收到的行读取为采样</translation>
+    </message>
+    <message>
+        <source>Sample index</source>
+        <translation>采样序号</translation>
+    </message>
+    <message>
+        <source>Receive time (s)</source>
+        <translation>接收时间 (秒)</translation>
+    </message>
+    <message>
+        <source>Last </source>
+        <translation>最近 </translation>
+    </message>
+    <message>
+        <source> samples</source>
+        <translation> 个采样</translation>
+    </message>
+    <message>
+        <source>Samples shown; up to 1,000,000 are kept for export</source>
+        <translation>显示的采样数；最多保留 1,000,000 个用于导出</translation>
+    </message>
+    <message>
+        <source>Autoscale</source>
+        <translation>自动缩放</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>暂停</translation>
+    </message>
+    <message>
+        <source>Freeze the curves; samples are still collected</source>
+        <translation>冻结曲线；仍继续采集采样</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>Plot</source>
+        <translation>绘图</translation>
+    </message>
+    <message>
+        <source>Lines that held no numbers in the chosen format</source>
+        <translation>按所选格式未包含数字的行</translation>
+    </message>
+    <message>
+        <source>Reset View</source>
+        <translation>重置视图</translation>
+    </message>
+    <message>
+        <source>Clear Plot</source>
+        <translation>清除绘图</translation>
+    </message>
+    <message>
+        <source>Channels</source>
+        <translation>通道</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>显示</translation>
+    </message>
+    <message>
+        <source>Colour...</source>
+        <translation>颜色...</translation>
+    </message>
+    <message>
+        <source>Export CSV...</source>
+        <translation>导出 CSV...</translation>
+    </message>
+    <message>
+        <source>Export PNG...</source>
+        <translation>导出 PNG...</translation>
+    </message>
+    <message>
+        <source>Show Under the View</source>
+        <translation>显示在视图下方</translation>
+    </message>
+    <message>
+        <source>Hide Plot</source>
+        <translation>隐藏绘图</translation>
+    </message>
+    <message>
+        <source>Skipped lines: %1</source>
+        <translation>跳过的行：%1</translation>
+    </message>
+    <message>
+        <source>Export Samples</source>
+        <translation>导出采样</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV 文件 (*.csv)</translation>
+    </message>
+    <message>
+        <source>Could not write %1: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+    <message>
+        <source>Export Plot</source>
+        <translation>导出绘图</translation>
+    </message>
+    <message>
+        <source>PNG images (*.png)</source>
+        <translation>PNG 图像 (*.png)</translation>
+    </message>
+    <message>
+        <source>Could not write %1.</source>
+        <translation>无法写入 %1。</translation>
+    </message>
+</context>
+<context>
+    <name>PlotStream</name>
+    <message>
+        <source>Channel %1</source>
+        <translation>通道 %1</translation>
     </message>
 </context>
 <context>
@@ -845,6 +983,17 @@ Quit anyway?</source>
     <message>
         <source>Tx: %L1 Bytes</source>
         <translation>发送：%L1 字节</translation>
+    </message>
+</context>
+<context>
+    <name>SessionPlot</name>
+    <message>
+        <source>Show Plot</source>
+        <translation>显示绘图</translation>
+    </message>
+    <message>
+        <source>Plot the numbers this session receives</source>
+        <translation>绘制此会话接收到的数字</translation>
     </message>
 </context>
 <context>

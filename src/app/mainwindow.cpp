@@ -109,6 +109,9 @@ MainWindow::MainWindow(QWidget *parent, const QString &startDocument)
 
 MainWindow::~MainWindow()
 {
+    // Focus moves while the widgets below go away; by then this is no
+    // longer a main window to tell.
+    disconnect(qApp, nullptr, this, nullptr);
     displayTimer->stop();
     QSettings store;
     qCDebug(lcDefault) << "position:" << pos() << "size:" << size();

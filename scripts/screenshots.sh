@@ -23,7 +23,7 @@ mkdir -p "$out"
 if [[ -z "${QUORVANE_IN_XVFB:-}" ]]; then
     [[ -x build/src/quorvane ]] || scripts/build.sh >/dev/null
     export QUORVANE_IN_XVFB=1
-    exec xvfb-run -a -s "-screen 0 1400x1000x24" "$0" "$out"
+    exec xvfb-run -a -s "-screen 0 1400x1000x24 -noreset" "$0" "$out"
 fi
 
 work=$(mktemp -d)

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "common/portscanner.h"
 #include "common/serialportlist.h"
 #include "session/serialportwidget.h"
 #include "testsupport.h"
@@ -40,6 +41,28 @@ private slots:
         for (const PortBoxEntry &entry : ::portBoxEntries({{"COM3", "USB Serial", "details"}}) + ::portBoxEntries({}))
             texts << entry.text;
         QCOMPARE(texts, QStringList({"COM3(USB Serial)", "TCP/UDP", "Default (COM2)", "TCP/UDP"}));
+    }
+
+    // Sessions share one scan per second: a device that comes shows in every
+    // session's box at once, and each keeps its own choice.
+    void sessionsShareOnePortScan()
+    {
+        int scans = 0;
+        QList<SerialPortItem> devices;
+        PortScanner &scanner = PortScanner::shared();
+        scanner.setScanFunction([&] { ++scans; return devices; });
+        SerialPortWidget other;
+        session->setPortName(QStringLiteral("/dev/pts/7"));
+        devices = {{"COM3", "USB Serial", "details"}};
+        scanner.rescan();
+        scanner.rescan();
+        QCOMPARE(scans, 2);
+        for (SerialPortWidget *s : {session.get(), &other}) {
+            QComboBox *portBox = s->findChild<QComboBox *>(QStringLiteral("portBox"));
+            QCOMPARE(portBox->findText(QStringLiteral("COM3(USB Serial)")), 0);
+        }
+        QCOMPARE(box("portBox")->currentText(), QStringLiteral("/dev/pts/7"));
+        scanner.setScanFunction(listedSerialPorts);
     }
 
     void networkModesRelabelThePanel_data()

@@ -20,6 +20,7 @@
 #include <QTimer>
 #include <QUrl>
 
+#include "common/portscanner.h"
 #include "common/logging.h"
 #include "common/serialportlist.h"
 #include "common/statuscolors.h"
@@ -603,7 +604,7 @@ void MainWindow::updatePort(bool remove)
 void MainWindow::fillPortCombo()
 {
     portCombo->clear();
-    for (const SerialPortItem &port : listedSerialPorts())
+    for (const SerialPortItem &port : PortScanner::shared().ports())
         portCombo->addItem(port.entryText(), port.portName);
     const int current = portCombo->findData(sessions[0]->portSettings().name);
     if (current >= 0)

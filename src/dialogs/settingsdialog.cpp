@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QSignalBlocker>
 
+#include "common/portscanner.h"
 #include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/serialportlist.h"
@@ -145,7 +146,7 @@ void SettingsDialog::fillPortsInfo()
 {
     const QSignalBlocker blocker(ui->portBox);
     ui->portBox->clear();
-    for (const SerialPortItem &port : listedSerialPorts())
+    for (const SerialPortItem &port : PortScanner::shared().ports())
         ui->portBox->addItem(portEntryText(port.portName, port.description), port.portName);
     ui->portBox->addItem(NetworkPortEntry, NetworkPortEntry);
 }

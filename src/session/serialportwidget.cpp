@@ -18,6 +18,7 @@
 
 #include "common/connectionchoices.h"
 #include "common/logging.h"
+#include "common/portscanner.h"
 #include "common/serialportlist.h"
 #include "common/statuscolors.h"
 #include "common/texthelpers.h"
@@ -88,10 +89,10 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     initTimers();
     initSendTools();
     createStatusBar();
-    const QList<SerialPortItem> ports = listedSerialPorts();
-    fillPortsInfo(ports);
-    portListSignature = ::portListSignature(ports);
+    fillPortsInfo();
     fillPortsParameters();
+    // A change of the port list shows at once, not at this session's next scan tick.
+    connect(&PortScanner::shared(), &PortScanner::portsChanged, this, &SerialPortWidget::onRefreshAvalablePorts);
     // Any device the system accepts can be typed in, not only the listed ones.
     ui->portBox->setEditable(true);
     ui->portBox->setInsertPolicy(QComboBox::NoInsert);
@@ -877,13 +878,10 @@ void SerialPortWidget::changeConnState()
 
 void SerialPortWidget::fillPortsInfo()
 {
-    fillPortsInfo(listedSerialPorts());
-}
-
-void SerialPortWidget::fillPortsInfo(const QList<SerialPortItem> &ports)
-{
+    const PortScanner &scanner = PortScanner::shared();
+    portListGeneration = scanner.generation();
     ui->portBox->clear();
-    for (const PortBoxEntry &entry : portBoxEntries(ports)) {
+    for (const PortBoxEntry &entry : portBoxEntries(scanner.ports())) {
         ui->portBox->addItem(entry.text, entry.portName.isEmpty() ? QVariant() : QVariant(entry.portName));
         if (!entry.details.isEmpty())
             ui->portBox->setItemData(ui->portBox->count() - 1, entry.details, Qt::ToolTipRole);
@@ -1048,17 +1046,16 @@ void SerialPortWidget::on_flowControlClientPortBox_currentIndexChanged(int index
         serial->setFlowControl(QSerialPort::FlowControl(value.toInt()));
 }
 
+// The program scans its ports once a second for every session; this session
+// only refills its box when that scan found a different list.
 void SerialPortWidget::onRefreshAvalablePorts()
 {
-    const QList<SerialPortItem> ports = listedSerialPorts();
-    const QString signature = ::portListSignature(ports);
-    if (signature != portListSignature) {
-        portListSignature = signature;
+    if (PortScanner::shared().generation() != portListGeneration) {
         qCDebug(lcDefault) << "Refill Ports Info.";
         const QString chosen = networkPanel ? QString() : boxPortName();
         {
             const QSignalBlocker blocker(ui->portBox);
-            fillPortsInfo(ports);
+            fillPortsInfo();
         }
         if (!chosen.isEmpty()) {
             selectPortEntry(ui->portBox, chosen);

@@ -28,7 +28,6 @@ class SendBoxController;
 class SessionTitleBar;
 class SessionPlot;
 class ViewAppender;
-struct SerialPortItem;
 
 namespace Ui {
 class SerialPortWidget;
@@ -154,7 +153,6 @@ private:
     void createStatusBar();
     void updateCommonStatus();
     void fillPortsInfo();
-    void fillPortsInfo(const QList<SerialPortItem> &ports);
     void fillPortsParameters();
     void fillTcpParameters();
     void checkCustomBaudRatePolicy(int index);
@@ -227,7 +225,7 @@ private:
     bool networkPanel = false;
     bool closingAfterError = false;
 
-    QString portListSignature;
+    quint64 portListGeneration = 0;  // of the shared port scan the box was filled from
     QString panelBaseline;
     bool applyingSettings = false;
     QIntValidator *baudRateValidator = nullptr;

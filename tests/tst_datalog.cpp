@@ -215,6 +215,24 @@ private slots:
         QCOMPARE(readText(format.currentLogFileName), expectedHeader(format.currentLogFileName, at(10, 0, 0)) + all);
     }
 
+    // A flood is written ahead in slices between ticks, only into a file a
+    // tick already started; the file ends as one tick would have written it.
+    void writeAheadContinuesInOrder()
+    {
+        FormatSetting format = recordingFrom(at(10, 0, 0));
+        DataLog log;
+        const QString flood = QStringLiteral("0123456789abcde\n").repeated(DataLog::WriteAheadSize / 8);
+        log.appendLog(flood);
+        log.writeAhead(format);
+        QVERIFY(!QFileInfo::exists(format.currentLogFileName));
+        QCOMPARE(log.save(format, Session, Header), DataLog::Written);
+        log.appendLog(flood);
+        log.writeAhead(format);
+        QCOMPARE(log.pendingBytes().size(), flood.size() - DataLog::WriteAheadSize);
+        QCOMPARE(log.save(format, Session, Header), DataLog::Written);
+        QCOMPARE(readText(format.currentLogFileName), expectedHeader(format.currentLogFileName, at(10, 0, 0)) + flood + flood);
+    }
+
     // While nothing can be written the oldest text goes first, and the next
     // write says how much was lost.
     void pendingTextIsBounded()

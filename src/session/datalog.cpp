@@ -220,6 +220,26 @@ void DataLog::appendBytes(const QByteArray &bytes)
     }
 }
 
+qint64 DataLog::write(QFile &file, const QByteArray &data, QString *error) const
+{
+    return writeFunction ? writeFunction(file, data, error) : writeAvailable(file, data, error);
+}
+
+void DataLog::writeAhead(const FormatSetting &format)
+{
+    if (pending.size() < WriteAheadSize || !format.LogSaveFlag || droppedBytes > 0
+        || !ownFiles.contains(format.currentLogFileName))
+        return;
+    QFile file(format.currentLogFileName);
+    if (file.size() == 0 || !file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
+        return;
+    // Whole slices of the threshold, so one call stays short however much waits.
+    QString reason;
+    const qint64 written = write(file, QByteArray::fromRawData(pending.constData(), WriteAheadSize), &reason);
+    if (written > 0)
+        pending.remove(0, written);
+}
+
 DataLog::Result DataLog::fail(Result result, const QString &message)
 {
     errorString = message;
@@ -285,7 +305,7 @@ DataLog::Result DataLog::save(FormatSetting &format, const QString &sessionName,
     }
     const QByteArray data = prefix + pending;
     QString reason;
-    const qint64 written = writeFunction ? writeFunction(file, data, &reason) : writeAvailable(file, data, &reason);
+    const qint64 written = write(file, data, &reason);
     file.close();
     // Once anything landed, the rest (a cut header included) waits in order
     // for the next tick; when nothing did, the next tick decides afresh.

@@ -81,6 +81,14 @@ public:
     // appended to; a raw log (no header, just the bytes) only writes to
     // files it made itself.
     Result save(FormatSetting &format, const QString &sessionName, const LogHeaderInfo &header);
+    // Between save ticks, once WriteAheadSize bytes wait, a slice of them is
+    // appended to the current file already, so that no tick has a flood's
+    // worth to write at once. Only a file this log already wrote to is
+    // continued; new files, headers, hour lines and rotation stay with the
+    // save tick, and a failure leaves the text for the tick to report.
+    static constexpr qint64 WriteAheadSize = qint64(1) << 20;
+    void writeAhead(const FormatSetting &format);
+
     // Why the last tick failed, in the system's words; empty after a
     // successful one.
     QString lastErrorString() const { return errorString; }
@@ -88,6 +96,7 @@ public:
 private:
     Result fail(Result result, const QString &message);
     bool isForeign(const QString &fileName, bool raw);
+    qint64 write(QFile &file, const QByteArray &data, QString *error) const;
 
     QByteArray pending;
     qint64 droppedBytes = 0;

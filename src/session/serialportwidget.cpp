@@ -443,8 +443,10 @@ void SerialPortWidget::displayPortBuffer()
     }
     const int defaultLimit = 10 << 20;
     viewAppender->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);
-    if (formatSetting.LogSaveFlag)
+    if (formatSetting.LogSaveFlag) {
         dataLog.appendLog(logBatch);
+        dataLog.writeAhead(formatSetting);
+    }
 }
 
 void SerialPortWidget::clear()

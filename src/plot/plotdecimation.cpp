@@ -48,7 +48,9 @@ QList<QPointF> decimateMinMax(const PlotSampleStore &store, int channel, PlotRow
 
     points.reserve(2 * columns + 4);
     const double scale = x1 > x0 ? columns / (x1 - x0) : 0.0;
-    qint64 bucket = std::numeric_limits<qint64>::min();
+    qint64 bucket = 0;
+    double bucketStart = qInf();
+    double bucketEnd = -qInf();
     QPointF low;
     QPointF high;
     bool any = false;
@@ -66,24 +68,32 @@ QList<QPointF> decimateMinMax(const PlotSampleStore &store, int channel, PlotRow
         }
         any = false;
     };
-    for (qsizetype row = rows.first; row < rows.last; ++row) {
-        const double y = store.value(channel, row);
-        if (std::isnan(y))
-            continue;
-        const double x = plotX(store, row, mapping);
-        const qint64 column = qint64(std::floor((x - x0) * scale));
-        if (column != bucket) {
-            flush();
-            bucket = column;
+    const bool byIndex = mapping.axis == PlotXAxis::SampleIndex;
+    for (qsizetype row = rows.first; row < rows.last;) {
+        const PlotSampleStore::Span span = store.span(channel, row, rows.last);
+        for (qsizetype i = 0; i < span.rows; ++i) {
+            const double y = span.values[i];
+            if (std::isnan(y))
+                continue;
+            const double x = byIndex ? double(store.firstIndex() + row + i)
+                                     : double(span.times[i] - mapping.timeOriginMs) / 1000.0;
+            // x only grows, so the column changes only past its right edge.
+            if (x >= bucketEnd || x < bucketStart) {
+                flush();
+                bucket = qint64(std::floor((x - x0) * scale));
+                bucketStart = scale > 0 ? x0 + double(bucket) / scale : -qInf();
+                bucketEnd = scale > 0 ? x0 + double(bucket + 1) / scale : qInf();
+            }
+            if (!any) {
+                low = high = {x, y};
+                any = true;
+            } else if (y < low.y()) {
+                low = {x, y};
+            } else if (y > high.y()) {
+                high = {x, y};
+            }
         }
-        if (!any) {
-            low = high = {x, y};
-            any = true;
-        } else if (y < low.y()) {
-            low = {x, y};
-        } else if (y > high.y()) {
-            high = {x, y};
-        }
+        row += span.rows;
     }
     flush();
     return points;

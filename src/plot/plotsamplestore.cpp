@@ -74,6 +74,15 @@ double PlotSampleStore::value(int channel, qsizetype row) const
     return blocks[size_t(p >> BlockShift)].values[size_t(channel)][p & (BlockRows - 1)];
 }
 
+PlotSampleStore::Span PlotSampleStore::span(int channel, qsizetype row, qsizetype end) const
+{
+    const qsizetype p = head + row;
+    const Block &block = blocks[size_t(p >> BlockShift)];
+    const qsizetype slot = p & (BlockRows - 1);
+    return {block.times.get() + slot, block.values[size_t(channel)].get() + slot,
+            qMin(end - row, BlockRows - slot)};
+}
+
 qsizetype PlotSampleStore::lowerBound(qint64 timeMs) const
 {
     qsizetype low = 0;

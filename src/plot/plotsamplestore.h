@@ -34,6 +34,14 @@ public:
     qint64 firstIndex() const { return dropped; }
     qint64 time(qsizetype row) const;
     double value(int channel, qsizetype row) const;
+    // Rows from `row` on that lie in one block, up to `end`: loops over many
+    // rows walk these with plain pointers instead of looking up every row.
+    struct Span {
+        const qint64 *times;
+        const double *values;
+        qsizetype rows;
+    };
+    Span span(int channel, qsizetype row, qsizetype end) const;
     // First row whose time is not before `timeMs`.
     qsizetype lowerBound(qint64 timeMs) const;
 

@@ -51,6 +51,7 @@ struct Case {
     int format;
     bool logging;
     double seconds;
+    qint64 bytesPerStream = 0;   // sooner done once every stream sent this much
 };
 
 const Case cases[] = {
@@ -58,7 +59,8 @@ const Case cases[] = {
     {"hex", "1 serial session, hex, 11.5 kB/s", Transport::Serial, 1, 0, Baud115200, HEX, false, 20},
     {"idle-16", "16 serial sessions, ports open, nothing arriving", Transport::Serial, 16, 0, Idle, ASCII, false, 20},
     {"text-16", "16 serial sessions, text, 11.5 kB/s each", Transport::Serial, 16, 0, Baud115200, ASCII, false, 20},
-    {"flood-16", "16 serial sessions, text, flat out", Transport::Serial, 16, 0, FlatOut, ASCII, false, 20},
+    {"flood-16", "16 serial sessions, text, flat out until each view held a full display buffer (10 MiB)",
+     Transport::Serial, 16, 0, FlatOut, ASCII, false, 300, 11 << 20},
     {"flood-log-text", "1 serial session, text, flat out, logging", Transport::Serial, 1, 0, FlatOut, ASCII, true, 20},
     {"flood-log-hex", "1 serial session, hex, flat out, logging", Transport::Serial, 1, 0, FlatOut, HEX, true, 20},
     {"tcp-1", "TCP server, 1 loopback client flat out", Transport::TcpFlood, 1, 1, FlatOut, ASCII, false, 20},
@@ -278,10 +280,11 @@ public:
         return QString();
     }
 
-    QStringList feedArguments(double seconds) const
+    QStringList feedArguments(double scale) const
     {
         QStringList arguments = {spec.transport == Transport::Serial ? QStringLiteral("serial") : QStringLiteral("tcp"),
-                                 QString::number(spec.rate), QString::number(seconds)};
+                                 QString::number(spec.rate), QString::number(spec.seconds * scale),
+                                 QString::number(qint64(spec.bytesPerStream * scale))};
         for (const auto &pair : pairs)
             arguments << pair->portB();
         if (spec.transport != Transport::Serial)
@@ -488,7 +491,7 @@ Figures runCase(const Case &spec, double scale)
         if (spec.transport == Transport::TcpChurn) {
             sent = churn(spec, seconds, workspace, probe, figures);
         } else {
-            feeder = std::make_unique<FeederProcess>(workspace.feedArguments(seconds), [&] { return workspace.received(); });
+            feeder = std::make_unique<FeederProcess>(workspace.feedArguments(scale), [&] { return workspace.received(); });
             if (feedThrough(*feeder, seconds, probe, figures))
                 sent = feeder->sent();
         }

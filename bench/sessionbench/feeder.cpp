@@ -7,8 +7,10 @@
 #include <QTcpSocket>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <deque>
+#include <limits>
 
 #include "benchsupport.h"
 #include "numberedstream.h"
@@ -37,13 +39,15 @@ int fail(const QString &why)
 }
 
 // Writes stream i to device i, RATE bytes a second or (rate 0) as fast as the
-// device takes, for a set time; reports once everything went out.
+// device takes, for a set time or until every stream has `budget` bytes out;
+// reports once everything went out.
 class StreamFeed : public QObject
 {
 public:
-    StreamFeed(int rate, double seconds)
+    StreamFeed(int rate, double seconds, qint64 budget)
         : rate(rate)
         , durationMs(qint64(seconds * 1000))
+        , budget(budget > 0 ? budget : std::numeric_limits<qint64>::max())
     {
         timer.setTimerType(Qt::PreciseTimer);
         connect(&timer, &QTimer::timeout, this, &StreamFeed::tick);
@@ -74,7 +78,8 @@ public:
 private:
     void tick()
     {
-        feeding = feeding && clock.elapsed() < durationMs;
+        feeding = feeding && clock.elapsed() < durationMs
+            && std::any_of(written.begin(), written.end(), [this](qint64 bytes) { return bytes < budget; });
         if (feeding) {
             for (int source = 0; source < devices.size(); ++source)
                 topUp(source);
@@ -91,8 +96,9 @@ private:
     void topUp(int source)
     {
         constexpr qint64 queueTarget = 256 << 10;
-        const qint64 due = rate > 0 ? rate * clock.elapsed() / 1000 - written.at(source)
-                                    : queueTarget - devices.at(source)->bytesToWrite();
+        const qint64 due = std::min(budget - written.at(source),
+                                    rate > 0 ? rate * clock.elapsed() / 1000 - written.at(source)
+                                             : queueTarget - devices.at(source)->bytesToWrite());
         if (due <= 0)
             return;
         devices.at(source)->write(NumberedStream::bytes(source, written.at(source), due));
@@ -101,6 +107,7 @@ private:
 
     const qint64 rate;
     const qint64 durationMs;
+    const qint64 budget;
     QVector<QIODevice *> devices;
     QVector<qint64> written;
     QElapsedTimer clock;
@@ -262,9 +269,9 @@ private:
     QTimer timer;
 };
 
-int feedSerial(int rate, double seconds, const QStringList &devices)
+int feedSerial(int rate, double seconds, qint64 budget, const QStringList &devices)
 {
-    StreamFeed feed(rate, seconds);
+    StreamFeed feed(rate, seconds, budget);
     for (const QString &device : devices) {
         auto *port = new QSerialPort(device, &feed);
         if (!port->open(QIODevice::WriteOnly))
@@ -275,9 +282,9 @@ int feedSerial(int rate, double seconds, const QStringList &devices)
     return QCoreApplication::exec();
 }
 
-int feedTcp(int rate, double seconds, quint16 port, int count)
+int feedTcp(int rate, double seconds, qint64 budget, quint16 port, int count)
 {
-    StreamFeed feed(rate, seconds);
+    StreamFeed feed(rate, seconds, budget);
     int connected = 0;
     for (int i = 0; i < count; ++i) {
         auto *client = new QTcpSocket(&feed);
@@ -309,10 +316,12 @@ int runFeeder(const QStringList &arguments)
     raiseOpenFileLimit();
     const QString kind = arguments.value(0);
     const int rate = arguments.value(1).toInt();
-    if (kind == QLatin1String("serial") && arguments.size() >= 4)
-        return feedSerial(rate, arguments.at(2).toDouble(), arguments.mid(3));
-    if (kind == QLatin1String("tcp") && arguments.size() == 5)
-        return feedTcp(rate, arguments.at(2).toDouble(), quint16(arguments.at(3).toUInt()), arguments.at(4).toInt());
+    const double seconds = arguments.value(2).toDouble();
+    const qint64 budget = arguments.value(3).toLongLong();
+    if (kind == QLatin1String("serial") && arguments.size() >= 5)
+        return feedSerial(rate, seconds, budget, arguments.mid(4));
+    if (kind == QLatin1String("tcp") && arguments.size() == 6)
+        return feedTcp(rate, seconds, budget, quint16(arguments.at(4).toUInt()), arguments.at(5).toInt());
     if (kind == QLatin1String("churn") && arguments.size() == 6 && rate > 0) {
         return churn(rate, arguments.at(2).toInt(), arguments.at(3).toDouble(), quint16(arguments.at(4).toUInt()),
                      arguments.at(5).toInt());

@@ -22,6 +22,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <cctype>
 #include <functional>
 #include <memory>
 #include <numeric>
@@ -230,14 +231,41 @@ struct Figures {
         corePercent = 100 * cpu / seconds;
         endNs = end.ns;
     }
-    void measure(const LatencyProbe &probe)
+    // Latency over the window, memory up to its end (before the bench reads
+    // the views).
+    void measureEnd(const LatencyProbe &probe)
     {
+        peakMiB = peakResidentMiB();
         p99Ms = probe.percentileMs(0.99);
         maxMs = probe.percentileMs(1);
         ownP99Ms = probe.percentileMs(0.99, true);
         ownMaxMs = probe.percentileMs(1, true);
     }
 };
+
+// The bytes a hex view or log shows ("30 31 0A "). A view may break a long
+// line anywhere, even inside a pair; words that are no pair (a note in the
+// log) are left out.
+QByteArray bytesFromHex(const QByteArray &text)
+{
+    QByteArray bytes;
+    QByteArray pair;
+    bool valid = true;
+    for (const char c : text + ' ') {
+        if (c == '\n')
+            continue;
+        if (c != ' ') {
+            pair += c;
+            valid = valid && std::isxdigit(static_cast<unsigned char>(c));
+            continue;
+        }
+        if (valid && pair.size() == 2)
+            bytes += char(pair.toInt(nullptr, 16));
+        pair.clear();
+        valid = true;
+    }
+    return bytes;
+}
 
 // The sessions of a case, configured through their settings as a document
 // or the options dialog would, shown in one window as the workspace arranges
@@ -333,7 +361,7 @@ public:
         StreamDamage total;
         for (int i = 0; i < int(sessions.size()); ++i) {
             const QByteArray text = inLogs ? logText(i) : viewText(i).toLocal8Bit();
-            total += checkStreams(spec.format == HEX ? QByteArray::fromHex(text) : text, streamsOf(i, sent), inLogs);
+            total += checkStreams(spec.format == HEX ? bytesFromHex(text) : text, streamsOf(i, sent), inLogs);
         }
         return total;
     }
@@ -402,23 +430,24 @@ private:
     std::vector<SerialPortWidget *> sessions;
 };
 
-// Runs a feeder through: the case's window is from its first byte to its
-// last one sent.
-bool feedThrough(FeederProcess &feeder, double seconds, LatencyProbe &probe, Figures &figures)
+// Runs a feeder through. The case's window is from its first byte to its
+// last one sent (or to `windowEnd`, an earlier mark).
+bool feedThrough(FeederProcess &feeder, double seconds, LatencyProbe &probe, Figures &figures,
+                 const QByteArray &windowEnd = "sent")
 {
     if (!feeder.waitFor("start", 60)) {
         figures.problem = QStringLiteral("the feeder did not start");
         return false;
     }
     probe.start();
-    const bool finished = feeder.waitFor("sent", seconds + 120);
+    const bool ended = feeder.waitFor(windowEnd, seconds + 120);
     probe.stop();
-    if (!finished) {
+    if (!ended || !feeder.waitFor("sent", 120)) {
         figures.problem = QStringLiteral("the feeder did not finish");
         return false;
     }
-    figures.measure(feeder.mark("start"), feeder.mark("sent"));
-    figures.measure(probe);
+    figures.measure(feeder.mark("start"), feeder.mark(windowEnd));
+    figures.measureEnd(probe);
     return true;
 }
 
@@ -438,7 +467,8 @@ QVector<qint64> churn(const Case &spec, double seconds, Workspace &workspace, La
                                QString::number(phase.seconds), QString::number(workspace.serverPort()),
                                QString::number(sent.size())},
                               [&] { return workspace.received(); });
-        if (!feedThrough(clients, phase.standing / double(spec.rate) + phase.seconds, probe, figures))
+        // The last clients all leave at once when it ends: not part of the churn.
+        if (!feedThrough(clients, phase.standing / double(spec.rate) + phase.seconds, probe, figures, "ending"))
             return sent;
         const Mark steady = clients.mark("steady");
         const Mark ending = clients.mark("ending");
@@ -483,7 +513,7 @@ Figures runCase(const Case &spec, double scale)
         runUntil([] { return false; }, seconds);
         probe.stop();
         figures.measure(begin, Mark::now(workspace.received()));
-        figures.measure(probe);
+        figures.measureEnd(probe);
     } else {
         // A feeder stays until the sessions are stopped: a serial far end
         // that goes away takes socat, and the port, with it.
@@ -509,7 +539,6 @@ Figures runCase(const Case &spec, double scale)
                             .arg(total / NumberedStream::LineLength)
                             .arg((total - figures.log.lost) / NumberedStream::LineLength);
     }
-    figures.peakMiB = peakResidentMiB();
     return figures;
 }
 
@@ -584,14 +613,14 @@ int main(int argc, char **argv)
         << (debug ? "on" : "off") << ".\n\n";
     for (const Case &spec : cases)
         out << QStringLiteral("  %1 %2\n").arg(QString::fromLatin1(spec.name), -15).arg(QString::fromLatin1(spec.what));
-    out << "\nFrom the feeder's first byte to its last (the churn: while its 1,000 clients come and go):\n"
+    out << "\nFrom the feeder's first byte to its last (the churn: until it stops connecting):\n"
            "  MB/s      bytes received by the sessions, 10^6 a MB, per second of wall time\n"
            "  CPU-s/MB  this process's processor time (user + system) per MB received;\n"
            "            core % is the same time per second of wall time\n"
            "  p99, max  event-loop latency: how late a 5 ms timer fired, 99th percentile and worst;\n"
            "  own ...   the same, counting only the time the event loop was busy itself\n"
-           "Over the whole case:\n"
-           "  peak MiB  highest resident memory\n"
+           "  peak MiB  highest resident memory, from the start of the case\n"
+           "Then:\n"
            "  drain s   from the last byte sent until the views stopped changing\n"
            "  view/log  bytes lost / bytes misplaced (out of order, repeated, foreign) in the views'\n"
            "            text (a tail of what was sent: the view keeps its display buffer) and in the logs\n"

@@ -7,58 +7,17 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QPlainTextEdit>
 #include <QTextStream>
 
 #include <algorithm>
 #include <ctime>
 
+#include "benchsupport.h"
 #include "common/logging.h"
 #include "session/serialportwidget.h"
 
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
-
 namespace {
-
-// Peak resident memory of the process in MiB, or -1 when unknown.
-double peakResidentMiB()
-{
-#ifdef Q_OS_LINUX
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (status.open(QIODevice::ReadOnly)) {
-        const QList<QByteArray> lines = status.readAll().split('\n');
-        for (const QByteArray &line : lines) {
-            if (line.startsWith("VmHWM:"))
-                return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-        }
-    }
-#endif
-#ifdef Q_OS_UNIX
-    rusage usage {};
-    if (getrusage(RUSAGE_SELF, &usage) == 0) {
-#ifdef Q_OS_MACOS
-        return usage.ru_maxrss / (1024.0 * 1024.0);   // bytes
-#else
-        return usage.ru_maxrss / 1024.0;              // KiB
-#endif
-    }
-#endif
-    return -1;
-}
-
-// Starts a new peak for the next case where the system allows it; elsewhere
-// the figure stays the peak of the whole run so far.
-void resetPeakResident()
-{
-#ifdef Q_OS_LINUX
-    QFile clearRefs(QStringLiteral("/proc/self/clear_refs"));
-    if (clearRefs.open(QIODevice::WriteOnly))
-        clearRefs.write("5");
-#endif
-}
 
 // Device-like text: numbered measurement lines of varying length.
 QByteArray sampleData()

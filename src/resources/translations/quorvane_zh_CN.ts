@@ -901,36 +901,12 @@ Quit anyway?</source>
         <translation>默认 (COM2)</translation>
     </message>
     <message>
-        <source>Serial Port %1 OPEN FAILED! ERROR: </source>
-        <translation>串口 %1 打开失败！错误：</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 OPEN SUCCESS</source>
-        <translation>串口 %1 打开成功</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 CLOSE FAILED</source>
-        <translation>串口 %1 关闭失败</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 CLOSE SUCCESS</source>
-        <translation>串口 %1 关闭成功</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 ERROR: %2</source>
-        <translation>串口 %1 错误：%2</translation>
-    </message>
-    <message>
         <source>Warning</source>
         <translation>警告</translation>
     </message>
     <message>
         <source>Please input correct log file name!</source>
         <translation>请输入正确的日志文件名！</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 OPEN FAILED: %2</source>
-        <translation>串口 %1 打开失败：%2</translation>
     </message>
     <message>
         <source>The host was not found. Please check the host name and port settings.</source>
@@ -983,6 +959,33 @@ Quit anyway?</source>
     <message>
         <source>Tx: %L1 Bytes</source>
         <translation>发送：%L1 字节</translation>
+    </message>
+</context>
+<context>
+    <name>SerialTransport</name>
+    <message>
+        <source>Serial Port %1 OPEN FAILED! ERROR: </source>
+        <translation>串口 %1 打开失败！错误：</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 OPEN SUCCESS</source>
+        <translation>串口 %1 打开成功</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 CLOSE FAILED</source>
+        <translation>串口 %1 关闭失败</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 CLOSE SUCCESS</source>
+        <translation>串口 %1 关闭成功</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 OPEN FAILED: %2</source>
+        <translation>串口 %1 打开失败：%2</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 ERROR: %2</source>
+        <translation>串口 %1 错误：%2</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,116 @@
+#include "transport/serialtransport.h"
+
+#include "common/logging.h"
+
+SerialTransport::SerialTransport(QObject *parent)
+    : Transport(parent)
+    , serial(new QSerialPort(this))
+{
+    serial->setPortName(settings.name);
+    connect(serial, &QSerialPort::readyRead, this, &SerialTransport::poll);
+    connect(serial, &QSerialPort::errorOccurred, this, &SerialTransport::onError);
+}
+
+void SerialTransport::setSettings(const PortSettings &portSettings)
+{
+    settings = portSettings;
+}
+
+bool SerialTransport::openPort()
+{
+    serial->setPortName(settings.name);
+    if (serial->isOpen())
+        return true;
+    if (tryOpen())
+        return true;
+    const QString error = tr("Serial Port %1 OPEN FAILED! ERROR: ").arg(settings.name) + serial->errorString();
+    qCDebug(lcDefault) << "openPort: " << error;
+    emit errorOccurred(error);
+    emit message(error, 5000);
+    return false;
+}
+
+bool SerialTransport::tryOpen()
+{
+    serial->setPortName(settings.name);
+    if (!serial->open(QIODevice::ReadWrite))
+        return false;
+    closingAfterError = false;
+    configure();
+    emit message(tr("Serial Port %1 OPEN SUCCESS").arg(settings.name), 1000);
+    return true;
+}
+
+void SerialTransport::configure()
+{
+    serial->setBaudRate(settings.baudRate);
+    serial->setDataBits(QSerialPort::DataBits(settings.dataBits));
+    serial->setParity(QSerialPort::Parity(settings.parity));
+    serial->setStopBits(QSerialPort::StopBits(settings.stopBits));
+    serial->setFlowControl(QSerialPort::FlowControl(settings.flowControl));
+    if (serial->isOpen()) {
+        serial->setDataTerminalReady(true);
+        serial->setRequestToSend(true);
+    }
+}
+
+void SerialTransport::close()
+{
+    if (!serial->isOpen())
+        return;
+    serial->close();
+    if (serial->isOpen())
+        emit message(tr("Serial Port %1 CLOSE FAILED").arg(settings.name), 3000);
+    else
+        emit message(tr("Serial Port %1 CLOSE SUCCESS").arg(settings.name), 3000);
+}
+
+void SerialTransport::write(const QByteArray &bytes)
+{
+    if (!serial->isOpen()) {
+        serial->setPortName(settings.name);
+        if (!tryOpen()) {
+            emit message(tr("Serial Port %1 OPEN FAILED: %2").arg(settings.name, serial->errorString()), 3000);
+            qCDebug(lcDefault) << "Open Failed!";
+            return;
+        }
+    }
+    if (serial->write(bytes) < 0)
+        qCWarning(lcDefault) << "Send message failed!" << serial->error() << serial->errorString();
+}
+
+qint64 SerialTransport::sendBacklog() const
+{
+    return serial->isOpen() ? serial->bytesToWrite() : -1;
+}
+
+void SerialTransport::poll()
+{
+    if (!serial->isOpen())
+        return;
+    const QByteArray bytes = serial->readAll();
+    if (!bytes.isEmpty())
+        emit received(bytes);
+}
+
+// A vanished device makes the port report read or resource errors in a
+// tight loop while it stays open; closing it calms the session down.
+void SerialTransport::onError(QSerialPort::SerialPortError error)
+{
+    if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError
+        && error != QSerialPort::WriteError)
+        return;
+    if (closingAfterError || !serial->isOpen())
+        return;
+    closingAfterError = true;
+    const QString text = tr("Serial Port %1 ERROR: %2").arg(settings.name, serial->errorString());
+    qCWarning(lcDefault) << "onSerialError:" << text;
+    emit errorOccurred(text);
+    // Closed from the event loop: the error may be raised inside the port's
+    // own notifier, which must not be destroyed under its feet.
+    QMetaObject::invokeMethod(this, [this, text] {
+        serial->close();
+        serial->clearError();
+        emit message(text, 5000);
+    }, Qt::QueuedConnection);
+}

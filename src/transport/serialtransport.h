@@ -1,0 +1,44 @@
+#ifndef QUORVANE_SERIALTRANSPORT_H
+#define QUORVANE_SERIALTRANSPORT_H
+
+#include <QSerialPort>
+
+#include "session/portsettings.h"
+#include "transport/transport.h"
+
+// A serial port. The port object lives as long as the transport; the line
+// parameters are applied after each open, never before.
+class SerialTransport : public Transport
+{
+    Q_OBJECT
+
+public:
+    explicit SerialTransport(QObject *parent = nullptr);
+
+    QSerialPort *port() const { return serial; }
+    // The device (by the name the user chose, which messages show) and the
+    // line parameters of the next open.
+    void setSettings(const PortSettings &settings);
+    // Opens and configures the port; a port already open is left exactly as
+    // it is. A failure is reported as the session's last error.
+    bool openPort();
+
+    void open() override { openPort(); }
+    void close() override;
+    State state() const override { return serial->isOpen() ? Up : Down; }
+    // Opens the port first when it is closed.
+    void write(const QByteArray &bytes) override;
+    qint64 sendBacklog() const override;
+    void poll() override;
+
+private:
+    bool tryOpen();
+    void configure();
+    void onError(QSerialPort::SerialPortError error);
+
+    QSerialPort *serial = nullptr;
+    PortSettings settings;
+    bool closingAfterError = false;
+};
+
+#endif

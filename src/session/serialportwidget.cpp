@@ -1,6 +1,7 @@
 #include "session/serialportwidget.h"
 #include "ui_serialportwidget.h"
 
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
 #include <QIntValidator>
@@ -30,6 +31,7 @@
 #include "session/sendencoder.h"
 #include "session/statustexts.h"
 #include "session/viewappender.h"
+#include "transport/reconnectpolicy.h"
 #include "transport/serialtransport.h"
 #include "transport/tcpclienttransport.h"
 #include "transport/tcpservertransport.h"
@@ -87,6 +89,7 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
 
     initTimers();
     initSendTools();
+    initLinkControls();
     createStatusBar();
     const QList<SerialPortItem> ports = listedSerialPorts();
     fillPortsInfo(ports);
@@ -204,6 +207,33 @@ void SerialPortWidget::initTransports()
     connect(serverLink, &TcpServerTransport::clientsChanged, this, &SerialPortWidget::changeConnState);
 }
 
+// Reconnecting, added to the panel here rather than in the form.
+void SerialPortWidget::initLinkControls()
+{
+    reconnect = new ReconnectPolicy(this);
+    connect(reconnect, &ReconnectPolicy::disconnected, this, [this] {
+        pushNote(StatusTexts::disconnectedMarker(QTime::currentTime()));
+    });
+    connect(reconnect, &ReconnectPolicy::reconnected, this, [this] {
+        pushNote(StatusTexts::reconnectedMarker(QTime::currentTime()));
+    });
+    reconnectBox = new QCheckBox(tr("Auto Reconnect"), ui->portGroup);
+    reconnectBox->setObjectName(QStringLiteral("autoReconnectBox"));
+    reconnectBox->setToolTip(tr("Reopen a lost serial port or TCP connection by itself"));
+    ui->portGroupLayout->addWidget(reconnectBox, ui->portGroupLayout->rowCount(), 0, 1, 2);
+    connect(reconnectBox, &QCheckBox::toggled, this, [this](bool on) {
+        currentSettings.link.autoReconnect = on;
+        reconnect->setEnabled(on);
+    });
+    showLinkOptions();
+}
+
+// Reconnecting serves serial ports and TCP clients.
+void SerialPortWidget::showLinkOptions()
+{
+    reconnectBox->setVisible(!networkPanel || ui->baudRateModeBox->currentText() == QLatin1String("TCP Client"));
+}
+
 QList<Transport *> SerialPortWidget::links() const
 {
     return {serialLink, serverLink, clientLink, udpLink};
@@ -257,22 +287,27 @@ bool SerialPortWidget::start(const QString &portName)
     switch (currentSettings.connMode) {
     case SerialPortMode:
         openPort(portName);
+        reconnect->watch(serialLink, ReconnectPolicy::DeviceTiming);
         break;
     case UdpServerMode:
     case UdpClientMode:
     case UdpGroupMode:
+        reconnect->stop();
         udpLink->setLocalPort(portFromText(ui->stopBitsClientAddressBox->currentText()));
         udpLink->open();
         break;
     case TcpServerMode:
+        reconnect->stop();
         serverLink->setListenPort(portFromText(ui->parityServerPortBox->currentText()));
         serverLink->open();
         currentSettings.name = QStringLiteral("%1:%2").arg(server()->serverAddress().toString()).arg(server()->serverPort());
         break;
     case TcpClientMode:
         startTcpClient();
+        reconnect->watch(clientLink, ReconnectPolicy::HostTiming);
         break;
     default:
+        reconnect->stop();
         break;
     }
 
@@ -313,6 +348,7 @@ void SerialPortWidget::stop()
     sendTimer->stop();
     saveTimer->stop();
 
+    reconnect->stop();
     if (Transport *link = linkFor(currentSettings.connMode))
         link->close();
 
@@ -378,6 +414,11 @@ void SerialPortWidget::pushByteArray(const QByteArray &data, bool countAsReceive
         receivedCount += data.size();
 }
 
+void SerialPortWidget::pushNote(const QString &text)
+{
+    rxDataList.enqueue({currentTimeOfDay(), NOTE, text.toUtf8()});
+}
+
 void SerialPortWidget::onReadData()
 {
     if (Transport *link = linkFor(currentSettings.connMode))
@@ -416,7 +457,7 @@ void SerialPortWidget::displayPortBuffer()
             continue;
         if (!formatSetting.RawLog)
             logBatch += renderer.renderForLog(chunk, formatSetting);
-        else if (chunk.direction == RX || formatSetting.RawLogSent)
+        else if (chunk.direction == RX || (chunk.direction == TX && formatSetting.RawLogSent))
             dataLog.appendBytes(chunk.data);
     }
     const int defaultLimit = 10 << 20;
@@ -788,6 +829,7 @@ void SerialPortWidget::on_portBox_currentIndexChanged(int)
         on_baudRateModeBox_currentTextChanged(ui->baudRateModeBox->currentText());
     } else {
         fillPortsParameters();
+        showLinkOptions();
     }
 }
 
@@ -795,6 +837,7 @@ void SerialPortWidget::on_baudRateModeBox_currentTextChanged(const QString &text
 {
     if (!networkPanel)
         return;
+    showLinkOptions();
 
     auto showPair = [](QLabel *label, QComboBox *box, bool visible) {
         label->setVisible(visible);
@@ -1011,6 +1054,8 @@ void SerialPortWidget::onRefreshSerialPortDisplay()
         setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialOpened(shownPortName(), *serialPort()), true);
         if (m_runState != Paused)
             m_runState = Running;
+    } else if (reconnect->isWaiting()) {
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialWaiting(shownPortName()), false);
     } else {
         // A closed port is shown by the name chosen in the panel, which the
         // next start opens.
@@ -1247,5 +1292,6 @@ void SerialPortWidget::updateDisplay()
     if (macroBar->macros() != formatSetting.Macros)
         macroBar->setMacros(formatSetting.Macros);
     plot->applySettings(formatSetting.Plot);
+    reconnectBox->setChecked(currentSettings.link.autoReconnect);
     panelBaseline = panelSignature();
 }

@@ -13,11 +13,13 @@
 #include "session/datalog.h"
 #include "session/portsettings.h"
 
+class QCheckBox;
 class QLabel;
 class QStatusBar;
 class QTimer;
 class QIntValidator;
 class MultiClientServer;
+class ReconnectPolicy;
 class SerialTransport;
 class TcpClientTransport;
 class TcpServerTransport;
@@ -37,10 +39,10 @@ class SerialPortWidget;
 }
 
 // One port session: coordinates a transport (serial port, TCP client, TCP
-// server or UDP socket), the receive pipeline and its view, the send path,
-// the data log and the parameter panel. Transports, rendering, encoding and
-// log writing live in their own classes; this one wires them to the widgets
-// and timers.
+// server or UDP socket) and its reconnect policy, the receive pipeline and
+// its view, the send path, the data log and the parameter panel. Transports,
+// rendering, encoding and log writing live in their own classes; this one
+// wires them to the widgets and timers.
 class SerialPortWidget : public QWidget
 {
     Q_OBJECT
@@ -146,10 +148,14 @@ private:
     void initTimers();
     void initSendTools();
     void initTransports();
+    void initLinkControls();
+    void showLinkOptions();
     QList<Transport *> links() const;
     // The transport of a connection mode; null for a mode without one.
     Transport *linkFor(int mode) const;
     void receive(const Transport *link, const QByteArray &bytes);
+    // A line of the session's own (a marker), shown and logged like traffic.
+    void pushNote(const QString &text);
     void recordSent(const QByteArray &data, qsizetype shownBytes);
     void sendFileChunk(const QByteArray &chunk, qint64 offset);
     // Bytes the transport still holds; negative when it cannot send now.
@@ -195,6 +201,8 @@ private:
     TcpServerTransport *serverLink = nullptr;
     TcpClientTransport *clientLink = nullptr;
     UdpTransport *udpLink = nullptr;
+    ReconnectPolicy *reconnect = nullptr;
+    QCheckBox *reconnectBox = nullptr;
 
     QByteArray pausedData;
     QString lastError;

@@ -1,5 +1,7 @@
 #include "transport/serialtransport.h"
 
+#include <QSerialPortInfo>
+
 #include "common/logging.h"
 
 SerialTransport::SerialTransport(QObject *parent)
@@ -27,6 +29,7 @@ bool SerialTransport::openPort()
     qCDebug(lcDefault) << "openPort: " << error;
     emit errorOccurred(error);
     emit message(error, 5000);
+    emit openFailed();
     return false;
 }
 
@@ -38,6 +41,7 @@ bool SerialTransport::tryOpen()
     closingAfterError = false;
     configure();
     emit message(tr("Serial Port %1 OPEN SUCCESS").arg(settings.name), 1000);
+    emit opened();
     return true;
 }
 
@@ -52,6 +56,23 @@ void SerialTransport::configure()
         serial->setDataTerminalReady(true);
         serial->setRequestToSend(true);
     }
+}
+
+void SerialTransport::reopen()
+{
+    if (!deviceMayBeBack() || !tryOpen())
+        emit openFailed();
+}
+
+// A device the scan lists is back once it is listed again; a path the scan
+// never lists (a pty, a by-id link) can only be told by trying to open it.
+bool SerialTransport::deviceMayBeBack() const
+{
+    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts()) {
+        if (info.portName() == settings.name || info.systemLocation() == settings.name)
+            return true;
+    }
+    return settings.name.contains(QLatin1Char('/'));
 }
 
 void SerialTransport::close()
@@ -109,8 +130,12 @@ void SerialTransport::onError(QSerialPort::SerialPortError error)
     // Closed from the event loop: the error may be raised inside the port's
     // own notifier, which must not be destroyed under its feet.
     QMetaObject::invokeMethod(this, [this, text] {
+        const bool wasOpen = serial->isOpen();
+        poll();   // what came before the error is not lost
         serial->close();
         serial->clearError();
         emit message(text, 5000);
+        if (wasOpen)
+            emit lost();
     }, Qt::QueuedConnection);
 }

@@ -24,6 +24,9 @@ public:
     bool openPort();
 
     void open() override { openPort(); }
+    // Quiet: only a device the port scan lists again, or a path the scan
+    // never lists, is tried.
+    void reopen() override;
     void close() override;
     State state() const override { return serial->isOpen() ? Up : Down; }
     // Opens the port first when it is closed.
@@ -34,6 +37,7 @@ public:
 private:
     bool tryOpen();
     void configure();
+    bool deviceMayBeBack() const;
     void onError(QSerialPort::SerialPortError error);
 
     QSerialPort *serial = nullptr;

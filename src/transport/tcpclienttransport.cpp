@@ -1,5 +1,6 @@
 #include "transport/tcpclienttransport.h"
 
+#include <QScopedValueRollback>
 #include <QTcpSocket>
 
 #include "common/logging.h"
@@ -22,25 +23,59 @@ QAbstractSocket::SocketState TcpClientTransport::socketState() const
 
 void TcpClientTransport::open()
 {
-    if (clientSocket)
-        return;
+    if (!clientSocket)
+        connectSocket();
+}
+
+void TcpClientTransport::reopen()
+{
+    dropSocket();
+    connectSocket();
+}
+
+void TcpClientTransport::connectSocket()
+{
     clientSocket = new QTcpSocket(this);
     connect(clientSocket, &QTcpSocket::readyRead, this, &TcpClientTransport::poll);
+    connect(clientSocket, &QTcpSocket::connected, this, &Transport::opened);
     connect(clientSocket, &QTcpSocket::disconnected, this, &TcpClientTransport::onDisconnected);
+    connect(clientSocket, &QTcpSocket::errorOccurred, this, &TcpClientTransport::onSocketError);
     qCDebug(lcDefault) << "start: new Tcp Socket";
     clientSocket->connectToHost(target.host, target.port, QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
 }
 
-void TcpClientTransport::onDisconnected()
+void TcpClientTransport::dropSocket()
 {
-    qCDebug(lcDefault) << "disconnectTcpClient :" << clientSocket->peerAddress() << clientSocket->peerPort();
-    // Later, not now: we are inside one of its signals.
+    if (!clientSocket)
+        return;
+    clientSocket->disconnect(this);
+    clientSocket->abort();
     clientSocket->deleteLater();
     clientSocket = nullptr;
 }
 
+void TcpClientTransport::onDisconnected()
+{
+    poll();   // the last bytes may still wait in the socket
+    qCDebug(lcDefault) << "disconnectTcpClient :" << clientSocket->peerAddress() << clientSocket->peerPort();
+    // Later, not now: we are inside one of its signals.
+    clientSocket->deleteLater();
+    clientSocket = nullptr;
+    if (!closing)
+        emit lost();
+}
+
+// An attempt that fails falls back to unconnected without disconnected();
+// an established link reports its errors while still connected.
+void TcpClientTransport::onSocketError()
+{
+    if (clientSocket && clientSocket->state() == QAbstractSocket::UnconnectedState)
+        emit openFailed();
+}
+
 void TcpClientTransport::close()
 {
+    const QScopedValueRollback<bool> closingNow(closing, true);
     if (clientSocket)
         clientSocket->abort();
 }

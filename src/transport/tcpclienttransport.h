@@ -8,8 +8,8 @@
 class QTcpSocket;
 
 // A TCP client. A socket is made by an open only while there is none: one
-// whose attempt failed stays, so later opens try nothing until it is gone.
-// A socket that disconnects is released.
+// whose attempt failed stays, so later opens try nothing until it is gone;
+// only reopen() replaces it. A socket that disconnects is released.
 class TcpClientTransport : public Transport
 {
     Q_OBJECT
@@ -23,6 +23,7 @@ public:
     QAbstractSocket::SocketState socketState() const;
 
     void open() override;
+    void reopen() override;
     void close() override;
     State state() const override;
     void write(const QByteArray &bytes) override;
@@ -30,10 +31,14 @@ public:
     void poll() override;
 
 private:
+    void connectSocket();
+    void dropSocket();
     void onDisconnected();
+    void onSocketError();
 
     Endpoint target;
     QTcpSocket *clientSocket = nullptr;
+    bool closing = false;
 };
 
 #endif

@@ -26,6 +26,8 @@ public:
 
     // What the session's start does for this transport.
     virtual void open() = 0;
+    // A new attempt with the settings of the last open, for reconnecting.
+    virtual void reopen() { open(); }
     // What the session's stop does for this transport.
     virtual void close() = 0;
     virtual State state() const = 0;
@@ -37,6 +39,11 @@ public:
 
 signals:
     void received(const QByteArray &bytes);
+    void opened();
+    // An open link ended without close() asking for it.
+    void lost();
+    // An attempt to open ended without a link.
+    void openFailed();
     // For the session's status bar, shown for the given time.
     void message(const QString &text, int milliseconds);
     // A failure the session keeps as its last error.

@@ -960,6 +960,14 @@ Quit anyway?</source>
         <source>Tx: %L1 Bytes</source>
         <translation>发送：%L1 字节</translation>
     </message>
+    <message>
+        <source>Auto Reconnect</source>
+        <translation>自动重连</translation>
+    </message>
+    <message>
+        <source>Reopen a lost serial port or TCP connection by itself</source>
+        <translation>串口或 TCP 连接断开后自动重新打开</translation>
+    </message>
 </context>
 <context>
     <name>SerialTransport</name>
@@ -1389,6 +1397,18 @@ Quit anyway?</source>
     <message>
         <source>Xon/Xoff</source>
         <translation>软件流控 Xon/Xoff</translation>
+    </message>
+    <message>
+        <source>%1 waiting for device...</source>
+        <translation>%1 等待设备...</translation>
+    </message>
+    <message>
+        <source>--- disconnected %1 ---</source>
+        <translation>--- 已断开 %1 ---</translation>
+    </message>
+    <message>
+        <source>--- reconnected %1 ---</source>
+        <translation>--- 已重新连接 %1 ---</translation>
     </message>
 </context>
 <context>

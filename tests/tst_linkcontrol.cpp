@@ -1,19 +1,31 @@
 #include <QtTest>
 
+#include <QCheckBox>
+#include <QPushButton>
 #include <QTcpServer>
 #include <QTcpSocket>
 
+#include "common/hled.h"
+#include "session/controllinespanel.h"
 #include "testsupport.h"
+#include "transport/controllines.h"
 #include "transport/reconnectpolicy.h"
 #include "transport/tcpclienttransport.h"
 
+using Signals = QSerialPort::PinoutSignals;
+
 // A link whose every move the test makes: reopen() ends as `nextAttempt`
-// says.
-struct FakeLink : Transport
+// says, and the lines report `reported` (nothing: the device cannot tell).
+struct FakeLink : Transport, ControlLines
 {
     State linkState = Up;
     State nextAttempt = Down;
     int reopens = 0;
+    bool hardware = false;
+    bool dtr = true;
+    bool rts = true;
+    QList<bool> breaks;
+    std::optional<Signals> reported = Signals();
 
     void open() override {}
     void reopen() override
@@ -34,6 +46,15 @@ struct FakeLink : Transport
         linkState = Down;
         emit lost();
     }
+
+    bool isOpen() const override { return linkState == Up; }
+    bool hardwareFlowControl() const override { return hardware; }
+    void setDataTerminalReady(bool on) override { dtr = on; }
+    void setRequestToSend(bool on) override { rts = on; }
+    bool dataTerminalReady() const override { return dtr; }
+    bool requestToSend() const override { return rts; }
+    void setBreakEnabled(bool on) override { breaks << on; }
+    std::optional<Signals> pinoutSignals() override { return reported; }
 };
 
 class TestLinkControl : public QObject
@@ -52,6 +73,9 @@ private slots:
     void lossIsAnnouncedOnceAndRetriedWithBackOff();
     void nothingIsRetriedWhenOffOrStopped();
     void silentHostIsGivenUpAndTriedAgain();
+    void panelShowsTheLines_data();
+    void panelShowsTheLines();
+    void togglesAndBreakDriveTheLines();
 
 private:
     IsolatedEnvironment environment;
@@ -118,6 +142,65 @@ void TestLinkControl::silentHostIsGivenUpAndTriedAgain()
     QCOMPARE(client.state(), Transport::Connecting);
     listener.resumeAccepting();
     QTRY_COMPARE_WITH_TIMEOUT(client.state(), Transport::Up, 5000);
+}
+
+void TestLinkControl::panelShowsTheLines_data()
+{
+    QTest::addColumn<bool>("open");
+    QTest::addColumn<bool>("hardwareFlow");
+    QTest::addColumn<int>("reported");        // -1: the device cannot tell
+    QTest::addColumn<QList<bool>>("lamps");   // CTS, DSR, DCD, RI
+    QTest::addColumn<bool>("dtrShown");
+
+    const int ctsDcd = QSerialPort::ClearToSendSignal | QSerialPort::DataCarrierDetectSignal;
+    QTest::newRow("reported, DTR low") << true << false << ctsDcd << QList<bool>{true, false, true, false} << false;
+    QTest::newRow("ring, RTS/CTS flow") << true << true
+                                        << int(QSerialPort::RingIndicatorSignal | QSerialPort::DataTerminalReadySignal)
+                                        << QList<bool>{false, false, false, true} << true;
+    QTest::newRow("cannot tell: wanted level") << true << false << -1 << QList<bool>(4, false) << true;
+    QTest::newRow("closed") << false << false << ctsDcd << QList<bool>(4, false) << true;
+}
+
+void TestLinkControl::panelShowsTheLines()
+{
+    QFETCH(bool, open);
+    QFETCH(bool, hardwareFlow);
+    QFETCH(int, reported);
+    link->linkState = open ? Transport::Up : Transport::Down;
+    link->hardware = hardwareFlow;
+    link->reported = reported < 0 ? std::nullopt : std::optional<Signals>(Signals::fromInt(reported));
+    ControlLinesPanel panel(link.get());
+    QList<bool> lamps;
+    for (const HLed *lamp : panel.findChildren<HLed *>())
+        lamps << lamp->isOn();
+    QTEST(lamps, "lamps");
+    QCOMPARE(panel.findChild<QWidget *>("modemLines")->isEnabled(), open && reported >= 0);
+    QTEST(panel.findChild<QCheckBox *>("dtrBox")->isChecked(), "dtrShown");
+    QCOMPARE(panel.findChild<QCheckBox *>("rtsBox")->isEnabled(), !hardwareFlow);
+    QCOMPARE(panel.findChild<QPushButton *>("breakButton")->isEnabled(), open);
+}
+
+// A toggle applies its level at once and then shows what the device
+// reports; a break lasts as long as asked.
+void TestLinkControl::togglesAndBreakDriveTheLines()
+{
+    ControlLinesPanel panel(link.get());
+    auto *dtrBox = panel.findChild<QCheckBox *>("dtrBox");
+    link->reported = Signals(QSerialPort::DataTerminalReadySignal);
+    panel.refresh();
+    QVERIFY(dtrBox->isChecked());
+    link->reported = Signals();   // the device drops DTR as asked
+    dtrBox->click();
+    QVERIFY(!link->dtr);
+    QVERIFY(!dtrBox->isChecked());
+
+    panel.setBreakDuration(50);
+    auto *breakButton = panel.findChild<QPushButton *>("breakButton");
+    breakButton->click();
+    QCOMPARE(link->breaks, QList<bool>{true});
+    QVERIFY(!breakButton->isEnabled());
+    QTRY_COMPARE(link->breaks, QList<bool>({true, false}));
+    QVERIFY(breakButton->isEnabled());
 }
 
 QTEST_MAIN(TestLinkControl)

@@ -37,7 +37,7 @@ private slots:
     void roundTripKeepsRecordsButNotIntegerFlagsOrRotation()
     {
         PortSettings port{TcpClientMode, QStringLiteral("cu.usbserial"), 115200, 7, 2, 2, 1, 4321,
-                          {QStringLiteral("10.0.0.2"), QStringLiteral("example.org")}, {true}};
+                          {QStringLiteral("10.0.0.2"), QStringLiteral("example.org")}, {true, false, false, 40}};
         FormatSetting format;
         format.ReceiveMsgFormat = format.SendMsgFormat = HEX;
         format.AutoFeedLine = format.LogTimestampEnabled = true;

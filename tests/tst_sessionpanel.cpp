@@ -78,7 +78,7 @@ private slots:
 
         box("portBox")->setCurrentIndex(0);
         QCOMPARE(shownBoxes(), QStringLiteral("Baudrate=9600, Data Bits=8, Parity=None, Stop Bits=1, Flow Type=None, "
-                                              "reconnect"));
+                                              "reconnect, control lines"));
         QVERIFY(!box("flowControlClientPortBox")->isEditable());
         session->updateSettings();
         QCOMPARE(session->portSettings().connMode, int(SerialPortMode));
@@ -125,7 +125,8 @@ private:
             if (shown(label) || shown(box))
                 pairs << this->label(label) + "=" + (shown(box) ? this->box(box)->currentText() : "(hidden)");
         }
-        for (const auto &[name, text] : {std::pair{"clientTw", "clients"}, {"autoReconnectBox", "reconnect"}}) {
+        for (const auto &[name, text] : {std::pair{"clientTw", "clients"}, {"autoReconnectBox", "reconnect"},
+                                         {"controlLinesPanel", "control lines"}}) {
             if (shown(name))
                 pairs << QString::fromLatin1(text);
         }

@@ -28,6 +28,7 @@
 #include "send/hexinputfeedback.h"
 #include "send/macrobar.h"
 #include "send/sendboxcontroller.h"
+#include "session/controllinespanel.h"
 #include "session/sendencoder.h"
 #include "session/statustexts.h"
 #include "session/viewappender.h"
@@ -207,7 +208,8 @@ void SerialPortWidget::initTransports()
     connect(serverLink, &TcpServerTransport::clientsChanged, this, &SerialPortWidget::changeConnState);
 }
 
-// Reconnecting, added to the panel here rather than in the form.
+// Reconnecting and the serial control lines, added to the panel here rather
+// than in the form.
 void SerialPortWidget::initLinkControls()
 {
     reconnect = new ReconnectPolicy(this);
@@ -225,13 +227,20 @@ void SerialPortWidget::initLinkControls()
         currentSettings.link.autoReconnect = on;
         reconnect->setEnabled(on);
     });
+
+    controlLines = new ControlLinesPanel(serialLink, ui->panelWidget);
+    ui->panelLayout->insertWidget(ui->panelLayout->indexOf(ui->portGroup) + 1, controlLines);
+    connect(serialLink, &Transport::opened, controlLines, &ControlLinesPanel::refresh);
+    connect(serialLink, &Transport::lost, controlLines, &ControlLinesPanel::refresh);
     showLinkOptions();
 }
 
-// Reconnecting serves serial ports and TCP clients.
+// Reconnecting serves serial ports and TCP clients; the lines, serial ports.
 void SerialPortWidget::showLinkOptions()
 {
-    reconnectBox->setVisible(!networkPanel || ui->baudRateModeBox->currentText() == QLatin1String("TCP Client"));
+    const bool serial = !networkPanel;
+    reconnectBox->setVisible(serial || ui->baudRateModeBox->currentText() == QLatin1String("TCP Client"));
+    controlLines->setVisible(serial);
 }
 
 QList<Transport *> SerialPortWidget::links() const
@@ -923,8 +932,10 @@ void SerialPortWidget::on_stopBitsClientAddressBox_currentIndexChanged(int index
 void SerialPortWidget::on_flowControlClientPortBox_currentIndexChanged(int index)
 {
     const QVariant value = ui->flowControlClientPortBox->itemData(index);
-    if (!networkPanel && value.isValid())
+    if (!networkPanel && value.isValid()) {
         serialPort()->setFlowControl(QSerialPort::FlowControl(value.toInt()));
+        controlLines->refresh();
+    }
 }
 
 void SerialPortWidget::onRefreshAvalablePorts()
@@ -949,6 +960,8 @@ void SerialPortWidget::onRefreshAvalablePorts()
         }
         qCDebug(lcDefault) << "currnetSettings.name =" << currentSettings.name;
     }
+    if (!networkPanel)
+        controlLines->refresh();
 }
 
 // The user's changes to the panel mark the document modified; changes made
@@ -971,7 +984,8 @@ void SerialPortWidget::watchPanelEdits()
         if (button->isCheckable())
             connect(button, &QAbstractButton::toggled, this, check);
     }
-    connect(ui->sendIntervelSB, &QSpinBox::valueChanged, this, check);
+    for (QSpinBox *box : ui->panelWidget->findChildren<QSpinBox *>())
+        connect(box, &QSpinBox::valueChanged, this, check);
 }
 
 QString SerialPortWidget::panelSignature() const
@@ -983,7 +997,8 @@ QString SerialPortWidget::panelSignature() const
         if (button->isCheckable())
             values << QString::number(button->isChecked());
     }
-    values << QString::number(ui->sendIntervelSB->value());
+    for (const QSpinBox *box : ui->panelWidget->findChildren<QSpinBox *>())
+        values << QString::number(box->value());
     return values.join(QChar(0));
 }
 
@@ -1231,6 +1246,9 @@ void SerialPortWidget::updateSettings()
         currentSettings.flowControl = ui->flowControlClientPortBox->currentData().toInt();
     }
     copyPanelChecks();
+    currentSettings.link.dataTerminalReady = serialLink->dataTerminalReady();
+    currentSettings.link.requestToSend = serialLink->requestToSend();
+    currentSettings.link.breakDuration = controlLines->breakDuration();
     formatSetting.Plot = plot->settings();
     formatSetting.AutoSend = ui->autoSendBox->isChecked();
     if (sendTimer->interval() != ui->sendIntervelSB->value()) {
@@ -1293,5 +1311,9 @@ void SerialPortWidget::updateDisplay()
         macroBar->setMacros(formatSetting.Macros);
     plot->applySettings(formatSetting.Plot);
     reconnectBox->setChecked(currentSettings.link.autoReconnect);
+    serialLink->setDataTerminalReady(currentSettings.link.dataTerminalReady);
+    serialLink->setRequestToSend(currentSettings.link.requestToSend);
+    controlLines->setBreakDuration(currentSettings.link.breakDuration);
+    controlLines->refresh();
     panelBaseline = panelSignature();
 }

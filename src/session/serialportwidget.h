@@ -19,6 +19,7 @@ class QStatusBar;
 class QTimer;
 class QIntValidator;
 class MultiClientServer;
+class ControlLinesPanel;
 class ReconnectPolicy;
 class SerialTransport;
 class TcpClientTransport;
@@ -202,6 +203,7 @@ private:
     TcpClientTransport *clientLink = nullptr;
     UdpTransport *udpLink = nullptr;
     ReconnectPolicy *reconnect = nullptr;
+    ControlLinesPanel *controlLines = nullptr;
     QCheckBox *reconnectBox = nullptr;
 
     QByteArray pausedData;

@@ -53,8 +53,8 @@ void SerialTransport::configure()
     serial->setStopBits(QSerialPort::StopBits(settings.stopBits));
     serial->setFlowControl(QSerialPort::FlowControl(settings.flowControl));
     if (serial->isOpen()) {
-        serial->setDataTerminalReady(true);
-        serial->setRequestToSend(true);
+        serial->setDataTerminalReady(wantDtr);
+        serial->setRequestToSend(wantRts);
     }
 }
 
@@ -138,4 +138,40 @@ void SerialTransport::onError(QSerialPort::SerialPortError error)
         if (wasOpen)
             emit lost();
     }, Qt::QueuedConnection);
+}
+
+bool SerialTransport::hardwareFlowControl() const
+{
+    return serial->flowControl() == QSerialPort::HardwareControl;
+}
+
+void SerialTransport::setDataTerminalReady(bool on)
+{
+    wantDtr = on;
+    if (serial->isOpen())
+        serial->setDataTerminalReady(on);
+}
+
+void SerialTransport::setRequestToSend(bool on)
+{
+    wantRts = on;
+    if (serial->isOpen() && !hardwareFlowControl())
+        serial->setRequestToSend(on);
+}
+
+void SerialTransport::setBreakEnabled(bool on)
+{
+    if (serial->isOpen())
+        serial->setBreakEnabled(on);
+}
+
+std::optional<QSerialPort::PinoutSignals> SerialTransport::pinoutSignals()
+{
+    serial->clearError();
+    const QSerialPort::PinoutSignals lines = serial->pinoutSignals();
+    if (serial->error() != QSerialPort::NoError) {
+        serial->clearError();
+        return std::nullopt;
+    }
+    return lines;
 }

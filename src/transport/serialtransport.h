@@ -1,14 +1,13 @@
 #ifndef QUORVANE_SERIALTRANSPORT_H
 #define QUORVANE_SERIALTRANSPORT_H
 
-#include <QSerialPort>
-
 #include "session/portsettings.h"
+#include "transport/controllines.h"
 #include "transport/transport.h"
 
 // A serial port. The port object lives as long as the transport; the line
 // parameters are applied after each open, never before.
-class SerialTransport : public Transport
+class SerialTransport : public Transport, public ControlLines
 {
     Q_OBJECT
 
@@ -34,6 +33,15 @@ public:
     qint64 sendBacklog() const override;
     void poll() override;
 
+    bool isOpen() const override { return serial->isOpen(); }
+    bool hardwareFlowControl() const override;
+    void setDataTerminalReady(bool on) override;
+    void setRequestToSend(bool on) override;
+    bool dataTerminalReady() const override { return wantDtr; }
+    bool requestToSend() const override { return wantRts; }
+    void setBreakEnabled(bool on) override;
+    std::optional<QSerialPort::PinoutSignals> pinoutSignals() override;
+
 private:
     bool tryOpen();
     void configure();
@@ -42,6 +50,8 @@ private:
 
     QSerialPort *serial = nullptr;
     PortSettings settings;
+    bool wantDtr = true;
+    bool wantRts = true;
     bool closingAfterError = false;
 };
 

@@ -87,6 +87,57 @@
     </message>
 </context>
 <context>
+    <name>ControlLinesPanel</name>
+    <message>
+        <source>Control Lines</source>
+        <translation>控制线</translation>
+    </message>
+    <message>
+        <source>DTR</source>
+        <translation>DTR</translation>
+    </message>
+    <message>
+        <source>RTS</source>
+        <translation>RTS</translation>
+    </message>
+    <message>
+        <source>Send Break</source>
+        <translation>发送中断</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> 毫秒</translation>
+    </message>
+    <message>
+        <source>How long a break lasts</source>
+        <translation>中断信号持续的时间</translation>
+    </message>
+    <message>
+        <source>CTS</source>
+        <translation>CTS</translation>
+    </message>
+    <message>
+        <source>DSR</source>
+        <translation>DSR</translation>
+    </message>
+    <message>
+        <source>DCD</source>
+        <translation>DCD</translation>
+    </message>
+    <message>
+        <source>RI</source>
+        <translation>RI</translation>
+    </message>
+    <message>
+        <source>RTS/CTS flow control drives RTS</source>
+        <translation>RTS/CTS 流控制接管 RTS</translation>
+    </message>
+    <message>
+        <source>The device does not report its modem lines</source>
+        <translation>该设备不报告其调制解调器线路状态</translation>
+    </message>
+</context>
+<context>
     <name>DataLog</name>
     <message>
         <source>Cannot open log file %1: %2</source>

@@ -7,6 +7,9 @@
 #   toolbox.png        the Toolbox
 #   chinese-grid.png   the same workspace with the Chinese interface
 #   plot.png           a session plotting a sine and a cosine beside its view
+#   reconnect-waiting.png, reconnect-back.png
+#                      a session reconnecting by itself: its device
+#                      unplugged, then back; the link options in its panel
 #   send-tools.png     one session with macros, hex send and a marked typo
 #   macro-editor.png   its macro editor
 #   sixteen-grid.png   sixteen sessions in a grid, the document named on the
@@ -194,6 +197,35 @@ if command -v socat >/dev/null; then
     awk 'BEGIN { for (i = 0; i < 800; i++) printf "sin:%.4f,cos:%.4f\r\n", sin(i / 40), cos(i / 40) * 0.5 }' > "$work/ttyB"
     sleep 2
     shot plot.png
+    quit_app
+    kill "$socat_pid"
+
+    # A session reconnecting by itself: its device unplugged (waiting), then
+    # plugged in again, with the link options in the panel.
+    plug() {
+        socat pty,raw,echo=0,link="$work/ttyA" pty,raw,echo=0,link="$work/ttyB" & socat_pid=$!
+        for i in $(seq 1 50); do [[ -e "$work/ttyB" ]] && break; sleep 0.1; done
+    }
+    plug
+    doc="$work/reconnect.qvn"
+    printf '[General]\nPortNumber=1\nColumnNumber=1\nQuickView=true\n[0]\nPortName=%s\nBaudRate=115200\nDataBits=8\nStopBits=1\nReceiveMsgForamt=2\nLogFontFamily=Monospace\nLogFontSize=10\nAutoReconnect=true\nBreakDuration=100\n' \
+        "$work/ttyA" > "$doc"
+    sed -i "s|^RecentFiles=.*|RecentFiles=$doc|" "$store"
+    "$app" & pid=$!
+    wait_window 'reconnect'
+    xdotool windowmove "$id" 0 0 windowsize "$id" 1300 800
+    sleep 1
+    printf 'boot: ok\r\n' > "$work/ttyB"
+    sleep 1
+    kill "$socat_pid"
+    wait "$socat_pid" 2>/dev/null || true
+    sleep 1.5
+    shot reconnect-waiting.png
+    plug
+    sleep 2.5
+    printf 'boot: again\r\n' > "$work/ttyB"
+    sleep 1
+    shot reconnect-back.png
     quit_app
     kill "$socat_pid"
 fi

@@ -89,7 +89,6 @@ void SerialTransport::close()
 void SerialTransport::write(const QByteArray &bytes)
 {
     if (!serial->isOpen()) {
-        serial->setPortName(settings.name);
         if (!tryOpen()) {
             emit message(tr("Serial Port %1 OPEN FAILED: %2").arg(settings.name, serial->errorString()), 3000);
             qCDebug(lcDefault) << "Open Failed!";
@@ -167,11 +166,12 @@ void SerialTransport::setBreakEnabled(bool on)
 
 std::optional<QSerialPort::PinoutSignals> SerialTransport::pinoutSignals()
 {
-    serial->clearError();
-    const QSerialPort::PinoutSignals lines = serial->pinoutSignals();
-    if (serial->error() != QSerialPort::NoError) {
+    // An earlier failure (a line the driver owns) must not read as this one.
+    if (serial->error() != QSerialPort::NoError)
         serial->clearError();
-        return std::nullopt;
-    }
-    return lines;
+    const QSerialPort::PinoutSignals lines = serial->pinoutSignals();
+    if (serial->error() == QSerialPort::NoError)
+        return lines;
+    serial->clearError();
+    return std::nullopt;
 }

@@ -7,6 +7,9 @@
 #   toolbox.png        the Toolbox
 #   chinese-grid.png   the same workspace with the Chinese interface
 #   plot.png           a session plotting a sine and a cosine beside its view
+#   reconnect-waiting.png, reconnect-back.png
+#                      a session reconnecting by itself: its device
+#                      unplugged, then back; the link options in its panel
 #   send-tools.png     one session with macros, hex send and a marked typo
 #   macro-editor.png   its macro editor
 #   sixteen-grid.png   sixteen sessions in a grid, the document named on the
@@ -179,21 +182,50 @@ sleep 1
 shot sixteen-one.png
 quit_app
 
-# The live plot beside the receive view of a session on a socat pty pair,
-# fed with a sine and a cosine as "name:value" lines.
+# Sessions on a socat pty pair: the live plot beside the receive view, fed
+# with a sine and a cosine as "name:value" lines; then a session reconnecting
+# by itself, its device unplugged (waiting) and plugged in again, with the
+# link options in the panel.
 if command -v socat >/dev/null; then
-    socat pty,raw,echo=0,link="$work/ttyA" pty,raw,echo=0,link="$work/ttyB" & socat_pid=$!
-    for i in $(seq 1 50); do [[ -e "$work/ttyB" ]] && break; sleep 0.1; done
-    doc="$work/plot.qvn"
-    printf '[General]\nPortNumber=1\nColumnNumber=1\nQuickView=false\n[0]\nPortName=%s\nBaudRate=115200\nDataBits=8\nStopBits=1\nReceiveMsgForamt=2\nLogFontFamily=Monospace\nLogFontSize=10\nSplitterLeft=0\nSplitterRight=100\nPlotVisible=true\nPlotWindow=600\n' \
-        "$work/ttyA" > "$doc"
-    sed -i "s|^RecentFiles=.*|RecentFiles=$doc|; s/^OpenLastConnection=.*/OpenLastConnection=true/" "$store"
-    "$app" & pid=$!
-    wait_window 'plot'
-    xdotool windowmove "$id" 0 0 windowsize "$id" 1300 800
+    plug() {
+        socat pty,raw,echo=0,link="$work/ttyA" pty,raw,echo=0,link="$work/ttyB" & socat_pid=$!
+        for i in $(seq 1 50); do [[ -e "$work/ttyB" ]] && break; sleep 0.1; done
+    }
+    # Starts the program on a one-session document for the pair: its name,
+    # whether the panel shows, and the session's further keys.
+    open_on_pair() {
+        doc="$work/$1.qvn"
+        printf '[General]\nPortNumber=1\nColumnNumber=1\nQuickView=%s\n[0]\nPortName=%s\nBaudRate=115200\nDataBits=8\nStopBits=1\nReceiveMsgForamt=2\nLogFontFamily=Monospace\nLogFontSize=10\n%b' \
+            "$2" "$work/ttyA" "$3" > "$doc"
+        sed -i "s|^RecentFiles=.*|RecentFiles=$doc|; s/^OpenLastConnection=.*/OpenLastConnection=true/" "$store"
+        "$app" & pid=$!
+        wait_window "$1"
+        xdotool windowmove "$id" 0 0 windowsize "$id" 1300 800
+    }
+
+    plug
+    open_on_pair plot false 'SplitterLeft=0\nSplitterRight=100\nPlotVisible=true\nPlotWindow=600\n'
     awk 'BEGIN { for (i = 0; i < 800; i++) printf "sin:%.4f,cos:%.4f\r\n", sin(i / 40), cos(i / 40) * 0.5 }' > "$work/ttyB"
     sleep 2
     shot plot.png
+    quit_app
+    kill "$socat_pid"
+    wait "$socat_pid" 2>/dev/null || true
+
+    plug
+    open_on_pair reconnect true 'AutoReconnect=true\nBreakDuration=100\n'
+    sleep 1
+    printf 'boot: ok\r\n' > "$work/ttyB"
+    sleep 1
+    kill "$socat_pid"
+    wait "$socat_pid" 2>/dev/null || true
+    sleep 1.5
+    shot reconnect-waiting.png
+    plug
+    sleep 2.5
+    printf 'boot: again\r\n' > "$work/ttyB"
+    sleep 1
+    shot reconnect-back.png
     quit_app
     kill "$socat_pid"
 fi

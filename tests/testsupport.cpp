@@ -58,4 +58,8 @@ void SocatPair::kill()
         return;
     process.kill();
     process.waitForFinished(3000);
+    // Killed, socat leaves its links behind, pointing at ptys that the next
+    // pair may be given: the device nodes go, as an adapter's would.
+    QFile::remove(portA());
+    QFile::remove(portB());
 }

@@ -1,5 +1,7 @@
 #include <QtTest>
 
+#include <QCheckBox>
+
 #include "scriptedwindow.h"
 #include "testsupport.h"
 
@@ -60,6 +62,7 @@ private slots:
             FormatSetting format = window.session(0)->formatSettings();
             format.ReceiveTextColor = QColor(0x12, 0x34, 0x56);
             window.session(0)->setFormatSettings(format);
+            window.session(0)->findChild<QCheckBox *>("autoReconnectBox")->setChecked(true);
             window.close();
         }
         { // comes up at 115200; a change to the second session is not remembered
@@ -71,6 +74,7 @@ private slots:
         }
         ScriptedWindow window;
         QCOMPARE(window.session(0)->portSettings().baudRate, 115200);
+        QVERIFY(window.session(0)->findChild<QCheckBox *>("autoReconnectBox")->isChecked());
         // A chosen colour is kept; an unchosen one stays the palette's.
         QCOMPARE(window.session(0)->formatSettings().ReceiveTextColor, QColor(0x12, 0x34, 0x56));
         QVERIFY(!window.session(0)->formatSettings().SendTextColor.isValid());

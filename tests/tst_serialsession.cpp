@@ -2,6 +2,7 @@
 
 #include <QPlainTextEdit>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QSerialPort>
@@ -122,27 +123,75 @@ private slots:
         QVERIFY(!session->hasNewError());
     }
 
-    // A dead peer makes the port raise errors in a tight loop until it is closed.
-    void vanishedDeviceClosesThePortCalmlyAndCanBeStartedAgain()
+    // A vanished device closes the port calmly (its errors stop) and says
+    // why. With reconnecting on, the device is waited for and reopened with
+    // the session's settings, the loss marked once; Stop ends the waiting.
+    // Either way the traffic before it stays in view and log.
+    void unpluggedDevice_data()
     {
+        QTest::addColumn<bool>("reconnect");
+        QTest::addColumn<bool>("stopWhileWaiting");
+        QTest::addColumn<QString>("markers");
+        const QString lost = "--- disconnected \\d\\d:\\d\\d:\\d\\d ---\n";
+        const QString back = "--- reconnected \\d\\d:\\d\\d:\\d\\d ---\n";
+        QTest::newRow("reconnect off") << false << false << QString();
+        QTest::newRow("replugged") << true << false << lost + back;
+        QTest::newRow("stopped while waiting") << true << true << lost;
+    }
+
+    void unpluggedDevice()
+    {
+        QFETCH(bool, reconnect);
+        QFETCH(bool, stopWhileWaiting);
+        QFETCH(QString, markers);
+        const QString logFile = logDir.filePath(QTest::currentDataTag() + QStringLiteral(".log"));
+        session->stop();
+        FormatSetting format = session->formatSettings();
+        format.LogSaveFlag = true;
+        format.LogFilePath = logFile;
+        session->setFormatSettings(format);
+        child<QComboBox>("baudRateModeBox")->setCurrentText("115200");
+        child<QCheckBox>("autoReconnectBox")->setChecked(reconnect);
+        QVERIFY(session->start(pair->portA()));
+        writePeer("before\n");
+        QTRY_COMPARE(viewText(), QString("before\n"));
+
         QSignalSpy errors(session->serialPort(), &QSerialPort::errorOccurred);
         peer.reset();
         pair->kill();
         QTRY_VERIFY_WITH_TIMEOUT(!session->serialPort()->isOpen(), 3000);
         QVERIFY(session->hasNewError());
-        QTRY_VERIFY(session->connectionStatusText().contains(QStringLiteral("CLOSED")));
+        const QString status = reconnect ? pair->portA() + " waiting for device..." : "CLOSED";
+        QTRY_VERIFY(session->connectionStatusText().contains(status));
         const int settled = errors.count();
         QTest::qWait(300);
         QVERIFY2(errors.count() - settled < 5, qPrintable(QString::number(errors.count() - settled)));
         QVERIFY2(settled < 1000, qPrintable(QString::number(settled)));
 
+        if (stopWhileWaiting)
+            session->stop();
         QVERIFY(pair->start());
+        const bool reopens = reconnect && !stopWhileWaiting;
+        QCOMPARE(QTest::qWaitFor([this] { return session->serialPort()->isOpen(); }, 2000), reopens);
+        if (!reopens) {
+            QTRY_VERIFY(session->connectionStatusText().contains("CLOSED"));
+            session->stop();
+            QVERIFY(session->start(pair->portA()));
+        }
+        QCOMPARE(session->serialPort()->baudRate(), 115200);
         peer = std::make_unique<QSerialPort>(pair->portB());
         QVERIFY(peer->open(QIODevice::ReadWrite));
+        writePeer("after\n");
+        QTRY_VERIFY(viewText().endsWith("after\n"));
         session->stop();
-        QVERIFY(session->start(pair->portA()));
-        writePeer("back");
-        QTRY_VERIFY(viewText().endsWith(QStringLiteral("back")));
+
+        // The log has its header before the traffic.
+        const QRegularExpression traffic("(^|\n\n)before\n" + markers + "after\n$");
+        QVERIFY2(traffic.match(viewText()).hasMatch(), qPrintable(viewText()));
+        QFile log(logFile);
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QString logged = QString::fromUtf8(log.readAll());
+        QVERIFY2(traffic.match(logged).hasMatch(), qPrintable(logged));
     }
 
     // Sent data is shown as sent chunks and counted.
@@ -214,6 +263,7 @@ private:
     void writePeer(const QByteArray &bytes) { peer->write(bytes); peer->waitForBytesWritten(1000); }
 
     IsolatedEnvironment environment;
+    QTemporaryDir logDir;
     std::unique_ptr<SocatPair> pair;
     std::unique_ptr<SerialPortWidget> session;
     std::unique_ptr<QSerialPort> peer;

@@ -37,7 +37,7 @@ private slots:
     void roundTripKeepsRecordsButNotIntegerFlagsOrRotation()
     {
         PortSettings port{TcpClientMode, QStringLiteral("cu.usbserial"), 115200, 7, 2, 2, 1, 4321,
-                          {QStringLiteral("10.0.0.2"), QStringLiteral("example.org")}};
+                          {QStringLiteral("10.0.0.2"), QStringLiteral("example.org")}, {true, false, false, 40}};
         FormatSetting format;
         format.ReceiveMsgFormat = format.SendMsgFormat = HEX;
         format.AutoFeedLine = format.LogTimestampEnabled = true;
@@ -63,6 +63,7 @@ private slots:
         FormatSetting readFormat;
         SessionDocument::readSession(file, 3, readPort, readFormat);
         QCOMPARE(kept(readPort, readFormat), kept(port, format));
+        QVERIFY(readPort.link == port.link);
         // Read over records that have them set, so the document must turn them off.
         SessionDocument::readSession(file, 3, port, format);
         QCOMPARE(flagsAndRotation(format), QList<bool>(10, false));
@@ -83,6 +84,7 @@ private slots:
         FormatSetting format;
         SessionDocument::readSession(QSettings(handWritten.fileName(), QSettings::IniFormat), 0, port, format);
         QCOMPARE(flagsAndRotation(format), QList<bool>(10, true));
+        QVERIFY(port.link == LinkSettings());   // a document from before reconnecting
         QCOMPARE(format.LogRotateSize, 2 << 20);
         QCOMPARE(format.LogRotateTime, QTime(3, 0));
     }

@@ -12,7 +12,7 @@
 
 // Each network mode and what the boxes below the mode show for it.
 static const std::tuple<const char *, int, const char *> networkModes[] = {
-    {"TCP Client", TcpClientMode, "Host=192.168.7.2, Port=6123"},
+    {"TCP Client", TcpClientMode, "Host=192.168.7.2, Port=6123, reconnect"},
     {"TCP Server", TcpServerMode, " IP=LocalHost, Port=6123, clients"},
     {"UDP Server", UdpServerMode, " IP=LocalHost, Port=60000"},
     {"UDP Client", UdpClientMode, "Dest Host=127.0.0.1, Dest Port=6123, Local IP=LocalHost, Local Port=60001"},
@@ -100,7 +100,8 @@ private slots:
         QCOMPARE(session->portSettings().connMode, connMode);
 
         box("portBox")->setCurrentIndex(0);
-        QCOMPARE(shownBoxes(), QStringLiteral("Baudrate=9600, Data Bits=8, Parity=None, Stop Bits=1, Flow Type=None"));
+        QCOMPARE(shownBoxes(), QStringLiteral("Baudrate=9600, Data Bits=8, Parity=None, Stop Bits=1, Flow Type=None, "
+                                              "reconnect, control lines"));
         QVERIFY(!box("flowControlClientPortBox")->isEditable());
         session->updateSettings();
         QCOMPARE(session->portSettings().connMode, int(SerialPortMode));
@@ -138,7 +139,8 @@ private:
     QComboBox *box(const char *name) const { return child<QComboBox>(name); }
     QString label(const char *name) const { return child<QLabel>(name)->text(); }
     bool shown(const char *name) const { return child(name)->isVisibleTo(session.get()); }
-    // "label=text" of every shown row, then the client list when shown.
+    // "label=text" of every shown row, then the client list and the link
+    // options when shown.
     QString shownBoxes() const
     {
         QStringList pairs;
@@ -146,8 +148,11 @@ private:
             if (shown(label) || shown(box))
                 pairs << this->label(label) + "=" + (shown(box) ? this->box(box)->currentText() : "(hidden)");
         }
-        if (shown("clientTw"))
-            pairs << QStringLiteral("clients");
+        for (const auto &[name, text] : {std::pair{"clientTw", "clients"}, {"autoReconnectBox", "reconnect"},
+                                         {"controlLinesPanel", "control lines"}}) {
+            if (shown(name))
+                pairs << QString::fromLatin1(text);
+        }
         return pairs.join(QStringLiteral(", "));
     }
 

@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include <QCheckBox>
 #include <QTcpSocket>
 
 #include "networksession.h"
@@ -24,7 +25,9 @@ private slots:
 
     void exchangesDataBothWaysAndHoldsItWhilePaused();
     void serverClosingTurnsStatusRedEveryRound();
-    void failedAttemptKeepsItsSocket();
+    void failedAttempt_data();
+    void failedAttempt();
+    void reconnectsWhenTheServerComesBack();
 
 private:
     const QString notConnected = redStatus(QStringLiteral("The socket is not connected"));
@@ -72,25 +75,61 @@ void TestTcpClientSession::exchangesDataBothWaysAndHoldsItWhilePaused()
     QCOMPARE(session->sentBytes(), qint64(11));
 }
 
-// A refused attempt leaves its socket behind, so later starts do not try
-// again until that socket is gone.
-void TestTcpClientSession::failedAttemptKeepsItsSocket()
+void TestTcpClientSession::failedAttempt_data()
 {
+    QTest::addColumn<bool>("reconnect");
+    QTest::newRow("reconnect off") << false;
+    QTest::newRow("reconnect on") << true;
+}
+
+// A refused attempt leaves its socket behind, so later starts do not try
+// again until that socket is gone; reconnecting tries again by itself.
+void TestTcpClientSession::failedAttempt()
+{
+    QFETCH(bool, reconnect);
+    panel->child<QCheckBox>("autoReconnectBox")->setChecked(reconnect);
     QVERIFY(!session->portIsOpen());   // no socket yet
     const quint16 closedPort = freeTcpPort();
     panel->setPort(closedPort);
     session->start();
     QTRY_COMPARE_WITH_TIMEOUT(panel->status(), notConnected, waitMs);
     QCOMPARE(session->runState(), int(Stopped));
-    QCOMPARE(socketCount(), 1);
 
     QTcpServer lateServer;
     QVERIFY(lateServer.listen(QHostAddress::LocalHost, closedPort));
+    if (reconnect) {
+        QTRY_VERIFY_WITH_TIMEOUT(lateServer.hasPendingConnections(), waitMs);
+        QTRY_COMPARE(panel->status(), established);
+        return;
+    }
+    QCOMPARE(socketCount(), 1);
     session->start();
     QTest::qWait(300);
     QVERIFY(!lateServer.hasPendingConnections());
     QCOMPARE(socketCount(), 1);
     QCOMPARE(panel->status(), notConnected);
+}
+
+// A server that goes away and comes back on its port is found again: the
+// attempt after 1 s is refused, the one 2 s later gets through. The loss is
+// marked once.
+void TestTcpClientSession::reconnectsWhenTheServerComesBack()
+{
+    panel->child<QCheckBox>("autoReconnectBox")->setChecked(true);
+    QTcpSocket *peer = startAndAccept();
+    QVERIFY(peer);
+    peer->write("before\n");
+    QTRY_COMPARE_WITH_TIMEOUT(panel->viewText(), QStringLiteral("before\n"), waitMs);
+    const quint16 port = server->serverPort();
+    server->close();
+    peer->disconnectFromHost();
+    QTest::qWait(1500);
+    QVERIFY(server->listen(QHostAddress::LocalHost, port));
+    QTRY_VERIFY_WITH_TIMEOUT(server->hasPendingConnections(), waitMs);
+    QTRY_COMPARE(panel->status(), established);
+    QVERIFY2(QRegularExpression("^before\n--- disconnected [\\d:]{8} ---\n--- reconnected [\\d:]{8} ---\n$")
+                 .match(panel->viewText()).hasMatch(),
+             qPrintable(panel->viewText()));
 }
 
 // Each round ends with the server closing: the last bytes still arrive, the

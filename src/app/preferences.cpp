@@ -96,6 +96,7 @@ Preferences Preferences::read(const QSettings &store)
     p.rawLogSent = value("RawLogSent", d.rawLogSent).toBool();
     p.macros = macrosFromText(value("SendMacros").toString());
     p.plot = PlotSettings::read(store, QStringLiteral("Last"));
+    p.link = LinkSettings::read(store, QStringLiteral("Last"));
     p.language = value("ValueL", d.language).toInt();
     return p;
 }
@@ -148,6 +149,7 @@ void Preferences::write(QSettings &store) const
     set("RawLogSent", rawLogSent);
     set("SendMacros", macrosToText(macros));
     plot.write(store, QStringLiteral("Last"));
+    link.write(store, QStringLiteral("Last"));
     set("RecentFiles", recentFiles);
     set("LastFile", lastFile);
     set("LastLogFile", lastLogFile);
@@ -166,6 +168,7 @@ void Preferences::applyTo(PortSettings &port, FormatSetting &format) const
     port.flowControl = flowControl;
     port.lastTargetHost = hostHistory(targetHost, targetHosts);
     port.lastTargetPort = targetPort;
+    port.link = link;
 
     format.ReceiveMsgFormat = receiveMsgFormat;
     format.SendMsgFormat = sendMsgFormat;
@@ -211,6 +214,7 @@ void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format
     targetHost = port.lastTargetHost.value(0, QStringLiteral("127.0.0.1"));
     targetHosts = hostHistory(targetHost, port.lastTargetHost);
     targetPort = port.lastTargetPort;
+    link = port.link;
 
     receiveMsgFormat = format.ReceiveMsgFormat;
     sendMsgFormat = format.SendMsgFormat;

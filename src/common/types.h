@@ -24,7 +24,9 @@ inline bool isUdpMode(int mode)
 // How data is shown or interpreted. There is deliberately no 0.
 enum msgFormat : qint32 { HEX = 1, ASCII = 2 };
 
-enum RXorTx : qint32 { RX = 1, TX = 2 };
+// NOTE: a line of the session's own, such as a reconnect marker: shown and
+// logged on a line of its own, never counted, plotted or raw-logged.
+enum RXorTx : qint32 { RX = 1, TX = 2, NOTE = 3 };
 
 // The ending appended to sent text when the automatic line feed is on.
 enum LineEndingMode : qint32 {

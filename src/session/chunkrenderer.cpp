@@ -54,6 +54,10 @@ QString insertTimeStamp(QString text, const QString &stamp)
 QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, bool stamped,
                               const QString &stamp, bool endsWithLineFeed, Utf8Streams &streams)
 {
+    if (chunk.direction == NOTE) {
+        const QString line = QString::fromUtf8(chunk.data) + lineFeed;
+        return endsWithLineFeed ? line : lineFeed + line;
+    }
     const bool received = chunk.direction == RX;
     const int shownFormat = received ? format.ReceiveMsgFormat : format.SendMsgFormat;
     if (shownFormat != HEX && shownFormat != ASCII) {
@@ -118,7 +122,7 @@ ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &chunk, const 
         return piece;
     }
     piece.show = true;
-    if (format.FormatDisplayColor)
+    if (format.FormatDisplayColor && chunk.direction != NOTE)
         piece.color = chunk.direction == RX ? format.ReceiveTextColor : format.SendTextColor;
     isEndWithLineFeed = piece.text.endsWith(lineFeed);
     qCDebug(lcDefault) << "decodedLine: " << piece.text;

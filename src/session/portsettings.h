@@ -10,6 +10,7 @@
 #include "common/types.h"
 #include "plot/plotsettings.h"
 #include "send/sendmacro.h"
+#include "transport/linksettings.h"
 
 // How a port session connects. Copied whole into and out of the dialogs.
 struct PortSettings {
@@ -22,6 +23,7 @@ struct PortSettings {
     qint32 flowControl = 0;
     qint32 lastTargetPort = 6000;
     QStringList lastTargetHost = {QStringLiteral("127.0.0.1")};
+    LinkSettings link;
 };
 
 // Multipliers of the auto-send period units, in milliseconds. One "hour" is

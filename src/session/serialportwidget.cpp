@@ -1,9 +1,9 @@
 #include "session/serialportwidget.h"
 #include "ui_serialportwidget.h"
 
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
-#include <QHostAddress>
 #include <QIntValidator>
 #include <QKeyEvent>
 #include <QLabel>
@@ -29,9 +29,15 @@
 #include "send/hexinputfeedback.h"
 #include "send/macrobar.h"
 #include "send/sendboxcontroller.h"
+#include "session/controllinespanel.h"
 #include "session/sendencoder.h"
 #include "session/statustexts.h"
 #include "session/viewappender.h"
+#include "transport/reconnectpolicy.h"
+#include "transport/serialtransport.h"
+#include "transport/tcpclienttransport.h"
+#include "transport/tcpservertransport.h"
+#include "transport/udptransport.h"
 #include "workspace/sessiontitlebar.h"
 
 namespace {
@@ -68,10 +74,7 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     : QWidget(parent)
     , ui(new Ui::SerialPortWidget)
 {
-    serial = new QSerialPort(this);
-    serial->setPortName(currentSettings.name);
-    connect(serial, &QSerialPort::readyRead, this, &SerialPortWidget::onReadData);
-    connect(serial, &QSerialPort::errorOccurred, this, &SerialPortWidget::onSerialError);
+    initTransports();
     baudRateValidator = new QIntValidator(0, 100000000, this);
 
     ui->setupUi(this);
@@ -88,6 +91,7 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
 
     initTimers();
     initSendTools();
+    initLinkControls();
     createStatusBar();
     fillPortsInfo();
     fillPortsParameters();
@@ -104,12 +108,10 @@ SerialPortWidget::~SerialPortWidget()
     // Pending log text reaches the file when a session goes away; there is
     // no one left to warn about a bad name then.
     saveLog();
-    // The client socket dies with the child widgets; its disconnected()
-    // must not reach a session that is half gone by then.
-    if (tcpSocket)
-        tcpSocket->disconnect(this);
-    delete udpSocket;
-    delete tcpServer;
+    // The transports die with the child widgets; their last signals must not
+    // reach a session that is half gone by then.
+    for (Transport *link : links())
+        link->disconnect(this);
     delete viewAppender;
     delete ui;
 }
@@ -184,6 +186,97 @@ void SerialPortWidget::initSendTools()
     ui->sendLayout->insertLayout(boxAt, boxColumn, 1);
 }
 
+// The network transports read where to send from the panel at send time.
+void SerialPortWidget::initTransports()
+{
+    serialLink = new SerialTransport(this);
+    serverLink = new TcpServerTransport([this] {
+        return ui->clientTw->topLevelItemCount() == 0 ? -1 : qMax(0, ui->clientTw->currentIndex().row());
+    }, this);
+    clientLink = new TcpClientTransport(this);
+    udpLink = new UdpTransport([this] {
+        return Endpoint{ui->dataBitsServerAddressBox->currentText(),
+                        portFromText(ui->parityServerPortBox->currentText())};
+    }, this);
+    for (Transport *link : links()) {
+        connect(link, &Transport::received, this, [this, link](const QByteArray &bytes) { receive(link, bytes); });
+        connect(link, &Transport::message, this, &SerialPortWidget::showMessage);
+        connect(link, &Transport::errorOccurred, this, [this](const QString &text) {
+            lastError = text;
+            hasError = true;
+        });
+    }
+    connect(serverLink, &TcpServerTransport::clientsChanged, this, &SerialPortWidget::changeConnState);
+}
+
+// Reconnecting and the serial control lines, added to the panel here rather
+// than in the form.
+void SerialPortWidget::initLinkControls()
+{
+    reconnect = new ReconnectPolicy(this);
+    connect(reconnect, &ReconnectPolicy::disconnected, this, [this] {
+        pushNote(StatusTexts::disconnectedMarker(QTime::currentTime()));
+    });
+    connect(reconnect, &ReconnectPolicy::reconnected, this, [this] {
+        pushNote(StatusTexts::reconnectedMarker(QTime::currentTime()));
+    });
+    reconnectBox = new QCheckBox(tr("Auto Reconnect"), ui->portGroup);
+    reconnectBox->setObjectName(QStringLiteral("autoReconnectBox"));
+    reconnectBox->setToolTip(tr("Reopen a lost serial port or TCP connection by itself"));
+    ui->portGroupLayout->addWidget(reconnectBox, ui->portGroupLayout->rowCount(), 0, 1, 2);
+    connect(reconnectBox, &QCheckBox::toggled, this, [this](bool on) {
+        currentSettings.link.autoReconnect = on;
+        reconnect->setEnabled(on);
+    });
+
+    controlLines = new ControlLinesPanel(serialLink, ui->panelWidget);
+    ui->panelLayout->insertWidget(ui->panelLayout->indexOf(ui->portGroup) + 1, controlLines);
+    connect(serialLink, &Transport::opened, controlLines, &ControlLinesPanel::refresh);
+    connect(serialLink, &Transport::lost, controlLines, &ControlLinesPanel::refresh);
+    showLinkOptions();
+}
+
+// Reconnecting serves serial ports and TCP clients; the lines, serial ports.
+void SerialPortWidget::showLinkOptions()
+{
+    const bool serial = !networkPanel;
+    reconnectBox->setVisible(serial || ui->baudRateModeBox->currentText() == QLatin1String("TCP Client"));
+    controlLines->setVisible(serial);
+}
+
+QList<Transport *> SerialPortWidget::links() const
+{
+    return {serialLink, serverLink, clientLink, udpLink};
+}
+
+Transport *SerialPortWidget::linkFor(int mode) const
+{
+    switch (mode) {
+    case SerialPortMode:
+        return serialLink;
+    case TcpServerMode:
+        return serverLink;
+    case TcpClientMode:
+        return clientLink;
+    case UdpServerMode:
+    case UdpClientMode:
+    case UdpGroupMode:
+        return udpLink;
+    default:
+        return nullptr;
+    }
+}
+
+QSerialPort *SerialPortWidget::serialPort() const
+{
+    return serialLink->port();
+}
+
+MultiClientServer *SerialPortWidget::server() const
+{
+    return serverLink->server();
+}
+
 // ---------------------------------------------------------------------------
 // Connection lifecycle
 
@@ -204,19 +297,27 @@ bool SerialPortWidget::start(const QString &portName)
     switch (currentSettings.connMode) {
     case SerialPortMode:
         openPort(portName);
+        reconnect->watch(serialLink, ReconnectPolicy::DeviceTiming);
         break;
     case UdpServerMode:
     case UdpClientMode:
     case UdpGroupMode:
-        startUdp();
+        reconnect->stop();
+        udpLink->setLocalPort(portFromText(ui->stopBitsClientAddressBox->currentText()));
+        udpLink->open();
         break;
     case TcpServerMode:
-        startTcpServer();
+        reconnect->stop();
+        serverLink->setListenPort(portFromText(ui->parityServerPortBox->currentText()));
+        serverLink->open();
+        currentSettings.name = QStringLiteral("%1:%2").arg(server()->serverAddress().toString()).arg(server()->serverPort());
         break;
     case TcpClientMode:
         startTcpClient();
+        reconnect->watch(clientLink, ReconnectPolicy::HostTiming);
         break;
     default:
+        reconnect->stop();
         break;
     }
 
@@ -232,41 +333,13 @@ bool SerialPortWidget::start(const QString &portName)
 
 bool SerialPortWidget::openPort(const QString &portName)
 {
+    PortSettings settings = currentSettings;
     if (!portName.isNull()) {
-        serial->setPortName(portName);
+        settings.name = portName;
         qCDebug(lcDefault) << "setPortName:" << portName;
-    } else {
-        serial->setPortName(currentSettings.name);
     }
-
-    if (serial->isOpen())
-        return true;
-
-    if (!serial->open(QIODevice::ReadWrite)) {
-        lastError = tr("Serial Port %1 OPEN FAILED! ERROR: ").arg(shownPortName()) + serial->errorString();
-        hasError = true;
-        qCDebug(lcDefault) << "openPort: " << lastError;
-        showMessage(lastError, 5000);
-        return false;
-    }
-    closingAfterError = false;
-    configurePort();
-    showMessage(tr("Serial Port %1 OPEN SUCCESS").arg(shownPortName()), 1000);
-    return true;
-}
-
-// Line parameters are applied after the open, never before.
-void SerialPortWidget::configurePort()
-{
-    serial->setBaudRate(currentSettings.baudRate);
-    serial->setDataBits(QSerialPort::DataBits(currentSettings.dataBits));
-    serial->setParity(QSerialPort::Parity(currentSettings.parity));
-    serial->setStopBits(QSerialPort::StopBits(currentSettings.stopBits));
-    serial->setFlowControl(QSerialPort::FlowControl(currentSettings.flowControl));
-    if (serial->isOpen()) {
-        serial->setDataTerminalReady(true);
-        serial->setRequestToSend(true);
-    }
+    serialLink->setSettings(settings);
+    return serialLink->openPort();
 }
 
 // The name of the port the session talks to, for its messages: the name the
@@ -285,33 +358,9 @@ void SerialPortWidget::stop()
     sendTimer->stop();
     saveTimer->stop();
 
-    switch (currentSettings.connMode) {
-    case SerialPortMode:
-        if (serial->isOpen()) {
-            serial->close();
-            if (serial->isOpen())
-                showMessage(tr("Serial Port %1 CLOSE FAILED").arg(shownPortName()), 3000);
-            else
-                showMessage(tr("Serial Port %1 CLOSE SUCCESS").arg(shownPortName()), 3000);
-        }
-        break;
-    case TcpServerMode:
-        if (tcpServer)
-            tcpServer->stop();
-        break;
-    case TcpClientMode:
-        if (tcpSocket)
-            tcpSocket->abort();
-        break;
-    case UdpServerMode:
-    case UdpClientMode:
-    case UdpGroupMode:
-        if (udpSocket)
-            udpSocket->abort();
-        break;
-    default:
-        break;
-    }
+    reconnect->stop();
+    if (Transport *link = linkFor(currentSettings.connMode))
+        link->close();
 
     m_runState = Stopped;
     onSaveData();
@@ -329,9 +378,10 @@ bool SerialPortWidget::portIsOpen() const
     switch (currentSettings.connMode) {
     case TcpServerMode:
     case TcpClientMode:
-        return tcpSocket && tcpSocket->isOpen();
+        // The client's socket in both modes: a server has none of its own.
+        return clientLink->socket() && clientLink->socket()->isOpen();
     case SerialPortMode:
-        return serial->isOpen();
+        return serialPort()->isOpen();
     default:
         return false;
     }
@@ -360,28 +410,6 @@ QString SerialPortWidget::chosenPortName() const
     return device.isEmpty() ? embracedString(ui->portBox->currentText()) : device;
 }
 
-// A vanished device makes the port report read or resource errors in a
-// tight loop while it stays open; closing it calms the session down.
-void SerialPortWidget::onSerialError(QSerialPort::SerialPortError error)
-{
-    if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError
-        && error != QSerialPort::WriteError)
-        return;
-    if (closingAfterError || !serial->isOpen())
-        return;
-    closingAfterError = true;
-    lastError = tr("Serial Port %1 ERROR: %2").arg(shownPortName(), serial->errorString());
-    hasError = true;
-    qCWarning(lcDefault) << "onSerialError:" << lastError;
-    // Closed from the event loop: the error may be raised inside the port's
-    // own notifier, which must not be destroyed under its feet.
-    QMetaObject::invokeMethod(this, [this] {
-        serial->close();
-        serial->clearError();
-        showMessage(lastError, 5000);
-    }, Qt::QueuedConnection);
-}
-
 // ---------------------------------------------------------------------------
 // Receive pipeline
 
@@ -396,21 +424,22 @@ void SerialPortWidget::pushByteArray(const QByteArray &data, bool countAsReceive
         receivedCount += data.size();
 }
 
+void SerialPortWidget::pushNote(const QString &text)
+{
+    rxDataList.enqueue({currentTimeOfDay(), NOTE, text.toUtf8()});
+}
+
 void SerialPortWidget::onReadData()
 {
-    QByteArray bytes;
-    if (currentSettings.connMode == SerialPortMode) {
-        if (serial->isOpen())
-            bytes = serial->readAll();
-    } else if (currentSettings.connMode == TcpClientMode && tcpSocket && tcpSocket->isOpen()) {
-        // A socket whose connection failed was never opened: nothing to read.
-        bytes = tcpSocket->readAll();
-        if (!bytes.isEmpty())
-            qCDebug(lcDefault) << "onReadData:" << bytes;
-    }
-    if (bytes.isEmpty())
-        return;
-    if (m_runState == Paused) {
+    if (Transport *link = linkFor(currentSettings.connMode))
+        link->poll();
+}
+
+// Datagrams and the messages of a server's clients are shown at once, even
+// while paused.
+void SerialPortWidget::receive(const Transport *link, const QByteArray &bytes)
+{
+    if (m_runState == Paused && (link == serialLink || link == clientLink)) {
         pausedData.append(bytes);
         return;
     }
@@ -438,7 +467,7 @@ void SerialPortWidget::displayPortBuffer()
             continue;
         if (!formatSetting.RawLog)
             logBatch += renderer.renderForLog(chunk, formatSetting);
-        else if (chunk.direction == RX || formatSetting.RawLogSent)
+        else if (chunk.direction == RX || (chunk.direction == TX && formatSetting.RawLogSent))
             dataLog.appendBytes(chunk.data);
     }
     const int defaultLimit = 10 << 20;
@@ -462,7 +491,7 @@ void SerialPortWidget::clear()
 
 DataLog::Result SerialPortWidget::saveLog()
 {
-    return dataLog.save(formatSetting, currentSettings.name, {serial->portName(), serial->baudRate()});
+    return dataLog.save(formatSetting, currentSettings.name, {serialPort()->portName(), serialPort()->baudRate()});
 }
 
 void SerialPortWidget::onSaveData()
@@ -553,22 +582,8 @@ void SerialPortWidget::sendFileChunk(const QByteArray &chunk, qint64 offset)
 
 qint64 SerialPortWidget::sendBacklog() const
 {
-    switch (currentSettings.connMode) {
-    case SerialPortMode:
-        return serial->isOpen() ? serial->bytesToWrite() : -1;
-    case TcpClientMode:
-        return tcpSocket && tcpSocket->state() == QAbstractSocket::ConnectedState ? tcpSocket->bytesToWrite() : -1;
-    case TcpServerMode:
-        if (QTcpSocket *client = selectedClient())
-            return client->bytesToWrite();
-        return -1;
-    case UdpServerMode:
-    case UdpClientMode:
-    case UdpGroupMode:
-        return udpSocket && udpSocket->state() == QAbstractSocket::BoundState ? 0 : -1;
-    default:
-        return -1;
-    }
+    const Transport *link = linkFor(currentSettings.connMode);
+    return link ? link->sendBacklog() : -1;
 }
 
 void SerialPortWidget::updateSendListDisplay()
@@ -580,42 +595,13 @@ void SerialPortWidget::updateSendListDisplay()
 
 void SerialPortWidget::sendMessage(const QByteArray &data)
 {
-    switch (currentSettings.connMode) {
-    case SerialPortMode:
-        serialPortSend(data);
-        break;
-    case TcpServerMode:
-        tcpServerSend(data);
-        break;
-    case TcpClientMode:
-        tcpClientSend(data);
-        break;
-    case UdpServerMode:
-    case UdpClientMode:
-    case UdpGroupMode:
-        udpSend(data);
-        break;
-    default:
-        break;
-    }
-}
-
-void SerialPortWidget::serialPortSend(const QByteArray &data)
-{
-    if (!serial->isOpen()) {
+    if (currentSettings.connMode == SerialPortMode && !serialPort()->isOpen()) {
+        // Sending opens the port chosen in the panel.
         currentSettings.name = chosenPortName();
-        serial->setPortName(currentSettings.name);
-        if (!serial->open(QIODevice::ReadWrite)) {
-            showMessage(tr("Serial Port %1 OPEN FAILED: %2").arg(shownPortName(), serial->errorString()), 3000);
-            qCDebug(lcDefault) << "Open Failed!";
-            return;
-        }
-        closingAfterError = false;
-        configurePort();
-        showMessage(tr("Serial Port %1 OPEN SUCCESS").arg(shownPortName()), 1000);
+        serialLink->setSettings(currentSettings);
     }
-    if (serial->write(data) < 0)
-        qCWarning(lcDefault) << "Send message failed!" << serial->error() << serial->errorString();
+    if (Transport *link = linkFor(currentSettings.connMode))
+        link->write(data);
 }
 
 void SerialPortWidget::on_sendButton_clicked()
@@ -644,7 +630,7 @@ void SerialPortWidget::onSendData()
     const int mode = currentSettings.connMode;
     bool open = false;
     if (mode == SerialPortMode)
-        open = serial->isOpen();
+        open = serialPort()->isOpen();
     else if (mode == TcpServerMode || mode == TcpClientMode)
         open = portIsOpen();
     // UDP takes no part in timed sending.
@@ -696,7 +682,7 @@ bool SerialPortWidget::isReceiveViewFocused() const
 
 void SerialPortWidget::sendKeyText(const QString &text)
 {
-    if (text.isEmpty() || !isReceiveViewFocused() || !serial->isOpen()
+    if (text.isEmpty() || !isReceiveViewFocused() || !serialPort()->isOpen()
         || formatSetting.SendMsgFormat != ASCII)
         return;
     sendMessage(text.toUtf8());
@@ -722,39 +708,11 @@ void SerialPortWidget::keyReleaseEvent(QKeyEvent *event)
 // ---------------------------------------------------------------------------
 // Network transports
 
-void SerialPortWidget::startUdp()
-{
-    if (udpSocket) {
-        udpSocket->abort();
-        delete udpSocket;
-    }
-    udpSocket = new QUdpSocket;
-    udpSocket->bind(QHostAddress::LocalHost, portFromText(ui->stopBitsClientAddressBox->currentText()),
-                    QAbstractSocket::ShareAddress);
-    connect(udpSocket, &QUdpSocket::readyRead, this, &SerialPortWidget::readUdpSocket);
-}
-
-void SerialPortWidget::startTcpServer()
-{
-    if (!tcpServer) {
-        tcpServer = new MultiClientServer;
-        connect(tcpServer, &MultiClientServer::connectionStateChange, this, &SerialPortWidget::changeConnState);
-        connect(tcpServer, &MultiClientServer::newMessage, this, &SerialPortWidget::handleNewMessage);
-    }
-    tcpServer->close();
-    tcpServer->listen(QHostAddress::Any, portFromText(ui->parityServerPortBox->currentText()));
-    currentSettings.name = QStringLiteral("%1:%2").arg(tcpServer->serverAddress().toString()).arg(tcpServer->serverPort());
-}
-
 void SerialPortWidget::startTcpClient()
 {
-    if (tcpSocket)
+    // A socket that failed its attempt stays: no second try while it does.
+    if (clientLink->socket())
         return;
-    tcpSocket = new QTcpSocket(this);
-    connect(tcpSocket, &QTcpSocket::readyRead, this, &SerialPortWidget::onReadData);
-    connect(tcpSocket, &QTcpSocket::disconnected, this, &SerialPortWidget::disconnectTcpClient);
-    qCDebug(lcDefault) << "start: new Tcp Socket";
-
     const QString host = ui->dataBitsServerAddressBox->currentText();
     if (!currentSettings.lastTargetHost.contains(host)) {
         currentSettings.lastTargetHost.append(host);
@@ -763,26 +721,13 @@ void SerialPortWidget::startTcpClient()
         ui->dataBitsServerAddressBox->addItems(currentSettings.lastTargetHost);
         ui->dataBitsServerAddressBox->setCurrentText(host);
     }
-    tcpSocket->connectToHost(host, portFromText(ui->parityServerPortBox->currentText()),
-                             QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
-}
-
-void SerialPortWidget::disconnectTcpClient()
-{
-    displayPortBuffer();
-    if (tcpSocket) {
-        qCDebug(lcDefault) << "disconnectTcpClient :" << tcpSocket->peerAddress() << tcpSocket->peerPort();
-        // Later, not now: we are inside one of its signals. The next start
-        // makes a new socket.
-        tcpSocket->deleteLater();
-    }
-    tcpSocket = nullptr;
+    clientLink->setTarget({host, portFromText(ui->parityServerPortBox->currentText())});
+    clientLink->open();
 }
 
 void SerialPortWidget::displayError(QAbstractSocket::SocketError error)
 {
-    if (tcpSocket)
-        tcpSocket->abort();
+    clientLink->close();
     m_runState = Stopped;
     QString text;
     switch (error) {
@@ -796,7 +741,8 @@ void SerialPortWidget::displayError(QAbstractSocket::SocketError error)
                   "and check that the host name and port settings are correct.");
         break;
     default:
-        text = tr("The following error occurred: %1.").arg(tcpSocket ? tcpSocket->errorString() : QString());
+        text = tr("The following error occurred: %1.").arg(clientLink->socket() ? clientLink->socket()->errorString()
+                                                                                : QString());
         break;
     }
     auto *box = new QMessageBox(QMessageBox::Information, tr("Quorvane"), text, QMessageBox::Ok, this);
@@ -804,72 +750,12 @@ void SerialPortWidget::displayError(QAbstractSocket::SocketError error)
     box->open();
 }
 
-void SerialPortWidget::tcpClientSend(const QByteArray &data)
-{
-    if (tcpSocket)
-        tcpSocket->write(data);
-}
-
-QTcpSocket *SerialPortWidget::selectedClient() const
-{
-    if (!tcpServer || ui->clientTw->topLevelItemCount() == 0)
-        return nullptr;
-    const int row = qMax(0, ui->clientTw->currentIndex().row());
-    const QList<QTcpSocket *> clients = tcpServer->clients();
-    return row < clients.size() ? clients.at(row) : nullptr;
-}
-
-void SerialPortWidget::tcpServerSend(const QByteArray &data)
-{
-    if (QTcpSocket *client = selectedClient())
-        client->write(data);
-}
-
-void SerialPortWidget::udpSend(const QByteArray &data)
-{
-    if (!udpSocket)
-        return;
-    // A numeric address only: names are never looked up.
-    const QHostAddress destination(ui->dataBitsServerAddressBox->currentText());
-    if (destination.isNull())
-        return;
-    udpSocket->writeDatagram(data, destination, portFromText(ui->parityServerPortBox->currentText()));
-    qCDebug(lcDefault) << "udpSend:" << data;
-}
-
-void SerialPortWidget::readUdpSocket()
-{
-    while (udpSocket && udpSocket->hasPendingDatagrams()) {
-        const qint64 size = udpSocket->pendingDatagramSize();
-        qCDebug(lcDefault) << "[readUdpSocket] packetSize:" << size;
-        QByteArray datagram(qMax<qint64>(size, 0), Qt::Uninitialized);
-        const qint64 read = udpSocket->readDatagram(datagram.data(), datagram.size());
-        if (read < 0)
-            break;
-        datagram.truncate(int(read));
-        pushByteArray(datagram, true, RX);
-    }
-    qCDebug(lcDefault) << "readUdpSocket";
-}
-
-void SerialPortWidget::readSocket(QTcpSocket *socket)
-{
-    if (socket)
-        pushByteArray(socket->readAll(), true, RX);
-}
-
-void SerialPortWidget::handleNewMessage(const QString &clientKey)
-{
-    const QByteArray bytes = tcpServer ? tcpServer->lastMessages().value(clientKey) : QByteArray();
-    pushByteArray(bytes, true, RX);
-}
-
 void SerialPortWidget::changeConnState()
 {
     ui->clientTw->clear();
-    if (!tcpServer)
+    if (!server())
         return;
-    for (QTcpSocket *client : tcpServer->clients()) {
+    for (QTcpSocket *client : server()->clients()) {
         auto *item = new QTreeWidgetItem(ui->clientTw);
         item->setText(0, MultiClientServer::clientKey(client));
     }
@@ -952,6 +838,7 @@ void SerialPortWidget::on_portBox_currentIndexChanged(int)
         on_baudRateModeBox_currentTextChanged(ui->baudRateModeBox->currentText());
     } else {
         fillPortsParameters();
+        showLinkOptions();
     }
 }
 
@@ -959,6 +846,7 @@ void SerialPortWidget::on_baudRateModeBox_currentTextChanged(const QString &text
 {
     if (!networkPanel)
         return;
+    showLinkOptions();
 
     auto showPair = [](QLabel *label, QComboBox *box, bool visible) {
         label->setVisible(visible);
@@ -1024,28 +912,30 @@ void SerialPortWidget::on_dataBitsServerAddressBox_currentIndexChanged(int index
 {
     const QVariant value = ui->dataBitsServerAddressBox->itemData(index);
     if (!networkPanel && value.isValid())
-        serial->setDataBits(QSerialPort::DataBits(value.toInt()));
+        serialPort()->setDataBits(QSerialPort::DataBits(value.toInt()));
 }
 
 void SerialPortWidget::on_parityServerPortBox_currentIndexChanged(int index)
 {
     const QVariant value = ui->parityServerPortBox->itemData(index);
     if (!networkPanel && value.isValid())
-        serial->setParity(QSerialPort::Parity(value.toInt()));
+        serialPort()->setParity(QSerialPort::Parity(value.toInt()));
 }
 
 void SerialPortWidget::on_stopBitsClientAddressBox_currentIndexChanged(int index)
 {
     const QVariant value = ui->stopBitsClientAddressBox->itemData(index);
     if (!networkPanel && value.isValid())
-        serial->setStopBits(QSerialPort::StopBits(value.toInt()));
+        serialPort()->setStopBits(QSerialPort::StopBits(value.toInt()));
 }
 
 void SerialPortWidget::on_flowControlClientPortBox_currentIndexChanged(int index)
 {
     const QVariant value = ui->flowControlClientPortBox->itemData(index);
-    if (!networkPanel && value.isValid())
-        serial->setFlowControl(QSerialPort::FlowControl(value.toInt()));
+    if (!networkPanel && value.isValid()) {
+        serialPort()->setFlowControl(QSerialPort::FlowControl(value.toInt()));
+        controlLines->refresh();
+    }
 }
 
 // The program scans its ports once a second for every session; this session
@@ -1069,6 +959,8 @@ void SerialPortWidget::onRefreshAvalablePorts()
         }
         qCDebug(lcDefault) << "currnetSettings.name =" << currentSettings.name;
     }
+    if (!networkPanel)
+        controlLines->refresh();
 }
 
 // The user's changes to the panel mark the document modified; changes made
@@ -1091,7 +983,8 @@ void SerialPortWidget::watchPanelEdits()
         if (button->isCheckable())
             connect(button, &QAbstractButton::toggled, this, check);
     }
-    connect(ui->sendIntervelSB, &QSpinBox::valueChanged, this, check);
+    for (QSpinBox *box : ui->panelWidget->findChildren<QSpinBox *>())
+        connect(box, &QSpinBox::valueChanged, this, check);
 }
 
 QString SerialPortWidget::panelSignature() const
@@ -1103,7 +996,8 @@ QString SerialPortWidget::panelSignature() const
         if (button->isCheckable())
             values << QString::number(button->isChecked());
     }
-    values << QString::number(ui->sendIntervelSB->value());
+    for (const QSpinBox *box : ui->panelWidget->findChildren<QSpinBox *>())
+        values << QString::number(box->value());
     return values.join(QChar(0));
 }
 
@@ -1170,10 +1064,12 @@ void SerialPortWidget::setConnectionStatus(const QString &text, bool ok)
 
 void SerialPortWidget::onRefreshSerialPortDisplay()
 {
-    if (serial->isOpen()) {
-        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialOpened(shownPortName(), *serial), true);
+    if (serialPort()->isOpen()) {
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialOpened(shownPortName(), *serialPort()), true);
         if (m_runState != Paused)
             m_runState = Running;
+    } else if (reconnect->isWaiting()) {
+        setConnectionStatus(QLatin1Char(' ') + StatusTexts::serialWaiting(shownPortName()), false);
     } else {
         // A closed port is shown by the name chosen in the panel, which the
         // next start opens.
@@ -1199,9 +1095,7 @@ int followSocket(QAbstractSocket::SocketState state, int runState)
 
 void SerialPortWidget::onRefreshTcpClientDisplay()
 {
-    // The socket is dropped on disconnect, so a missing one is not connected.
-    const QAbstractSocket::SocketState socketState = tcpSocket ? tcpSocket->state()
-                                                               : QAbstractSocket::UnconnectedState;
+    const QAbstractSocket::SocketState socketState = clientLink->socketState();
     const StatusTexts::Status state = StatusTexts::socketState(socketState);
     m_runState = followSocket(socketState, m_runState);
     setConnectionStatus(state.text, state.ok);
@@ -1210,10 +1104,10 @@ void SerialPortWidget::onRefreshTcpClientDisplay()
 
 void SerialPortWidget::onRefreshUdpClientDisplay()
 {
-    if (udpSocket) {
-        const QString bound = StatusTexts::udpBound(udpSocket->localAddress().toString(), udpSocket->localPort());
-        const StatusTexts::Status state = StatusTexts::socketState(udpSocket->state(), bound);
-        m_runState = followSocket(udpSocket->state(), m_runState);
+    if (const QUdpSocket *socket = udpLink->socket()) {
+        const QString bound = StatusTexts::udpBound(socket->localAddress().toString(), socket->localPort());
+        const StatusTexts::Status state = StatusTexts::socketState(socket->state(), bound);
+        m_runState = followSocket(socket->state(), m_runState);
         setConnectionStatus(state.text, state.ok);
     }
     updateCommonStatus();
@@ -1221,11 +1115,11 @@ void SerialPortWidget::onRefreshUdpClientDisplay()
 
 void SerialPortWidget::onRefreshTcpServerDisplay()
 {
-    if (tcpServer) {
-        const QString address = tcpServer->serverAddress().toString();
-        const quint16 port = tcpServer->serverPort();
+    if (const MultiClientServer *listener = server()) {
+        const QString address = listener->serverAddress().toString();
+        const quint16 port = listener->serverPort();
         QString text;
-        if (tcpServer->clients().isEmpty()) {
+        if (listener->clients().isEmpty()) {
             text = StatusTexts::serverWaiting(address, port);
             ui->sendButton->setText(tr("Open"));
         } else {
@@ -1351,6 +1245,9 @@ void SerialPortWidget::updateSettings()
         currentSettings.flowControl = ui->flowControlClientPortBox->currentData().toInt();
     }
     copyPanelChecks();
+    currentSettings.link.dataTerminalReady = serialLink->dataTerminalReady();
+    currentSettings.link.requestToSend = serialLink->requestToSend();
+    currentSettings.link.breakDuration = controlLines->breakDuration();
     formatSetting.Plot = plot->settings();
     formatSetting.AutoSend = ui->autoSendBox->isChecked();
     if (sendTimer->interval() != ui->sendIntervelSB->value()) {
@@ -1412,5 +1309,10 @@ void SerialPortWidget::updateDisplay()
     if (macroBar->macros() != formatSetting.Macros)
         macroBar->setMacros(formatSetting.Macros);
     plot->applySettings(formatSetting.Plot);
+    reconnectBox->setChecked(currentSettings.link.autoReconnect);
+    serialLink->setDataTerminalReady(currentSettings.link.dataTerminalReady);
+    serialLink->setRequestToSend(currentSettings.link.requestToSend);
+    controlLines->setBreakDuration(currentSettings.link.breakDuration);
+    controlLines->refresh();
     panelBaseline = panelSignature();
 }

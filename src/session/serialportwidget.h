@@ -4,7 +4,6 @@
 #include <QAbstractSocket>
 #include <QByteArray>
 #include <QList>
-#include <QPointer>
 #include <QQueue>
 #include <QSerialPort>
 #include <QWidget>
@@ -14,13 +13,19 @@
 #include "session/datalog.h"
 #include "session/portsettings.h"
 
+class QCheckBox;
 class QLabel;
 class QStatusBar;
-class QTcpSocket;
 class QTimer;
-class QUdpSocket;
 class QIntValidator;
 class MultiClientServer;
+class ControlLinesPanel;
+class ReconnectPolicy;
+class SerialTransport;
+class TcpClientTransport;
+class TcpServerTransport;
+class Transport;
+class UdpTransport;
 class HexInputMarker;
 class FileSender;
 class MacroBar;
@@ -34,9 +39,10 @@ class SerialPortWidget;
 }
 
 // One port session: coordinates a transport (serial port, TCP client, TCP
-// server or UDP socket), the receive pipeline and its view, the send path,
-// the data log and the parameter panel. Rendering, encoding and log writing
-// live in their own classes; this one wires them to the widgets and timers.
+// server or UDP socket) and its reconnect policy, the receive pipeline and
+// its view, the send path, the data log and the parameter panel. Transports,
+// rendering, encoding and log writing live in their own classes; this one
+// wires them to the widgets and timers.
 class SerialPortWidget : public QWidget
 {
     Q_OBJECT
@@ -67,8 +73,9 @@ public:
     void setLogSaveFlag(bool on) { formatSetting.LogSaveFlag = on; }
 
     int runState() const { return m_runState; }
-    QSerialPort *serialPort() const { return serial; }
-    MultiClientServer *server() const { return tcpServer; }
+    QSerialPort *serialPort() const;
+    // Null until the first start as a TCP server.
+    MultiClientServer *server() const;
 
     // Texts of the session's status bar: connection, "Rx", "Tx", log file
     // (or, in red, why it cannot be written).
@@ -115,11 +122,7 @@ public slots:
     void onSaveData();
     void onRefreshAvalablePorts();
     void changeConnState();
-    void disconnectTcpClient();
     void displayError(QAbstractSocket::SocketError error);
-    void readUdpSocket();
-    void readSocket(QTcpSocket *socket);
-    void handleNewMessage(const QString &clientKey);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -139,17 +142,24 @@ private slots:
     void on_stopBitsClientAddressBox_currentIndexChanged(int index);
     void on_flowControlClientPortBox_currentIndexChanged(int index);
     void on_splitter_splitterMoved(int pos, int index);
-    void onSerialError(QSerialPort::SerialPortError error);
 
 private:
     void initPlot();
     void initTimers();
     void initSendTools();
+    void initTransports();
+    void initLinkControls();
+    void showLinkOptions();
+    QList<Transport *> links() const;
+    // The transport of a connection mode; null for a mode without one.
+    Transport *linkFor(int mode) const;
+    void receive(const Transport *link, const QByteArray &bytes);
+    // A line of the session's own (a marker), shown and logged like traffic.
+    void pushNote(const QString &text);
     void recordSent(const QByteArray &data, qsizetype shownBytes);
     void sendFileChunk(const QByteArray &chunk, qint64 offset);
     // Bytes the transport still holds; negative when it cannot send now.
     qint64 sendBacklog() const;
-    QTcpSocket *selectedClient() const;
     void createStatusBar();
     void updateCommonStatus();
     void fillPortsInfo();
@@ -166,7 +176,6 @@ private:
     QString chosenPortName() const;
     void watchPanelEdits();
     QString panelSignature() const;
-    void configurePort();
     void copyPanelChecks();
     void refreshConnectionDisplay();
     void updateTitleBar();
@@ -175,13 +184,7 @@ private:
     DataLog::Result saveLog();
     QByteArray encodeSendData(const QString &text, bool rewriteBox);
 
-    void startUdp();
-    void startTcpServer();
     void startTcpClient();
-    void serialPortSend(const QByteArray &data);
-    void tcpClientSend(const QByteArray &data);
-    void tcpServerSend(const QByteArray &data);
-    void udpSend(const QByteArray &data);
     void updateSendListDisplay();
     bool isReceiveViewFocused() const;
     void sendKeyText(const QString &text);
@@ -193,10 +196,13 @@ private:
     bool started = false;      // between start() and stop()
     bool connectionOk = false; // the status text is a good one
 
-    QSerialPort *serial = nullptr;
-    QPointer<QTcpSocket> tcpSocket;
-    QUdpSocket *udpSocket = nullptr;
-    MultiClientServer *tcpServer = nullptr;
+    SerialTransport *serialLink = nullptr;
+    TcpServerTransport *serverLink = nullptr;
+    TcpClientTransport *clientLink = nullptr;
+    UdpTransport *udpLink = nullptr;
+    ReconnectPolicy *reconnect = nullptr;
+    ControlLinesPanel *controlLines = nullptr;
+    QCheckBox *reconnectBox = nullptr;
 
     QByteArray pausedData;
     QString lastError;
@@ -223,7 +229,6 @@ private:
     qint64 sentCount = 0;
     int lineIndex = 0;
     bool networkPanel = false;
-    bool closingAfterError = false;
 
     quint64 portListGeneration = 0;  // of the shared port scan the box was filled from
     QString panelBaseline;

@@ -52,6 +52,21 @@ QString StatusTexts::serialClosed(const QString &portName)
     return tr("%1 CLOSED").arg(portName);
 }
 
+QString StatusTexts::serialWaiting(const QString &portName)
+{
+    return tr("%1 waiting for device...").arg(portName);
+}
+
+QString StatusTexts::disconnectedMarker(const QTime &time)
+{
+    return tr("--- disconnected %1 ---").arg(time.toString(QStringLiteral("hh:mm:ss")));
+}
+
+QString StatusTexts::reconnectedMarker(const QTime &time)
+{
+    return tr("--- reconnected %1 ---").arg(time.toString(QStringLiteral("hh:mm:ss")));
+}
+
 QString StatusTexts::parity(QSerialPort::Parity parity)
 {
     switch (parity) {

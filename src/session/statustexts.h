@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QSerialPort>
 #include <QString>
+#include <QTime>
 
 // The connection texts a session shows in its status bar. ok tells whether
 // the text is shown in the good colour. The socket state names stay in
@@ -27,6 +28,10 @@ public:
     static QString serverListening(const QString &address, quint16 port);
     static QString serialOpened(const QString &portName, const QSerialPort &port);
     static QString serialClosed(const QString &portName);
+    static QString serialWaiting(const QString &portName);
+    // Lines put into the traffic when a link is lost and when it is back.
+    static QString disconnectedMarker(const QTime &time);
+    static QString reconnectedMarker(const QTime &time);
 
     static QString parity(QSerialPort::Parity parity);
     static QString stopBits(QSerialPort::StopBits stopBits);

@@ -87,6 +87,57 @@
     </message>
 </context>
 <context>
+    <name>ControlLinesPanel</name>
+    <message>
+        <source>Control Lines</source>
+        <translation>控制线</translation>
+    </message>
+    <message>
+        <source>DTR</source>
+        <translation>DTR</translation>
+    </message>
+    <message>
+        <source>RTS</source>
+        <translation>RTS</translation>
+    </message>
+    <message>
+        <source>Send Break</source>
+        <translation>发送中断</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> 毫秒</translation>
+    </message>
+    <message>
+        <source>How long a break lasts</source>
+        <translation>中断信号持续的时间</translation>
+    </message>
+    <message>
+        <source>CTS</source>
+        <translation>CTS</translation>
+    </message>
+    <message>
+        <source>DSR</source>
+        <translation>DSR</translation>
+    </message>
+    <message>
+        <source>DCD</source>
+        <translation>DCD</translation>
+    </message>
+    <message>
+        <source>RI</source>
+        <translation>RI</translation>
+    </message>
+    <message>
+        <source>RTS/CTS flow control drives RTS</source>
+        <translation>RTS/CTS 流控制接管 RTS</translation>
+    </message>
+    <message>
+        <source>The device does not report its modem lines</source>
+        <translation>该设备不报告其调制解调器线路状态</translation>
+    </message>
+</context>
+<context>
     <name>DataLog</name>
     <message>
         <source>Cannot open log file %1: %2</source>
@@ -901,36 +952,12 @@ Quit anyway?</source>
         <translation>默认 (COM2)</translation>
     </message>
     <message>
-        <source>Serial Port %1 OPEN FAILED! ERROR: </source>
-        <translation>串口 %1 打开失败！错误：</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 OPEN SUCCESS</source>
-        <translation>串口 %1 打开成功</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 CLOSE FAILED</source>
-        <translation>串口 %1 关闭失败</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 CLOSE SUCCESS</source>
-        <translation>串口 %1 关闭成功</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 ERROR: %2</source>
-        <translation>串口 %1 错误：%2</translation>
-    </message>
-    <message>
         <source>Warning</source>
         <translation>警告</translation>
     </message>
     <message>
         <source>Please input correct log file name!</source>
         <translation>请输入正确的日志文件名！</translation>
-    </message>
-    <message>
-        <source>Serial Port %1 OPEN FAILED: %2</source>
-        <translation>串口 %1 打开失败：%2</translation>
     </message>
     <message>
         <source>The host was not found. Please check the host name and port settings.</source>
@@ -983,6 +1010,41 @@ Quit anyway?</source>
     <message>
         <source>Tx: %L1 Bytes</source>
         <translation>发送：%L1 字节</translation>
+    </message>
+    <message>
+        <source>Auto Reconnect</source>
+        <translation>自动重连</translation>
+    </message>
+    <message>
+        <source>Reopen a lost serial port or TCP connection by itself</source>
+        <translation>串口或 TCP 连接断开后自动重新打开</translation>
+    </message>
+</context>
+<context>
+    <name>SerialTransport</name>
+    <message>
+        <source>Serial Port %1 OPEN FAILED! ERROR: </source>
+        <translation>串口 %1 打开失败！错误：</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 OPEN SUCCESS</source>
+        <translation>串口 %1 打开成功</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 CLOSE FAILED</source>
+        <translation>串口 %1 关闭失败</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 CLOSE SUCCESS</source>
+        <translation>串口 %1 关闭成功</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 OPEN FAILED: %2</source>
+        <translation>串口 %1 打开失败：%2</translation>
+    </message>
+    <message>
+        <source>Serial Port %1 ERROR: %2</source>
+        <translation>串口 %1 错误：%2</translation>
     </message>
 </context>
 <context>
@@ -1386,6 +1448,18 @@ Quit anyway?</source>
     <message>
         <source>Xon/Xoff</source>
         <translation>软件流控 Xon/Xoff</translation>
+    </message>
+    <message>
+        <source>%1 waiting for device...</source>
+        <translation>%1 等待设备...</translation>
+    </message>
+    <message>
+        <source>--- disconnected %1 ---</source>
+        <translation>--- 已断开 %1 ---</translation>
+    </message>
+    <message>
+        <source>--- reconnected %1 ---</source>
+        <translation>--- 已重新连接 %1 ---</translation>
     </message>
 </context>
 <context>

@@ -1,8 +1,7 @@
 #include "transport/serialtransport.h"
 
-#include <QSerialPortInfo>
-
 #include "common/logging.h"
+#include "common/portscanner.h"
 
 SerialTransport::SerialTransport(QObject *parent)
     : Transport(parent)
@@ -68,22 +67,30 @@ void SerialTransport::reopen()
 // never lists (a pty, a by-id link) can only be told by trying to open it.
 bool SerialTransport::deviceMayBeBack() const
 {
-    for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts()) {
-        if (info.portName() == settings.name || info.systemLocation() == settings.name)
+    if (settings.name.contains(QLatin1Char('/')))
+        return true;
+    for (const SerialPortItem &port : PortScanner::shared().ports()) {
+        if (port.portName == settings.name)
             return true;
     }
-    return settings.name.contains(QLatin1Char('/'));
+    return false;
 }
 
 void SerialTransport::close()
 {
-    if (!serial->isOpen())
-        return;
-    serial->close();
-    if (serial->isOpen())
-        emit message(tr("Serial Port %1 CLOSE FAILED").arg(settings.name), 3000);
-    else
-        emit message(tr("Serial Port %1 CLOSE SUCCESS").arg(settings.name), 3000);
+    if (serial->isOpen()) {
+        serial->close();
+        if (serial->isOpen())
+            emit message(tr("Serial Port %1 CLOSE FAILED").arg(settings.name), 3000);
+        else
+            emit message(tr("Serial Port %1 CLOSE SUCCESS").arg(settings.name), 3000);
+    }
+    // The stop path has always dropped DTR and then RTS after the close; on
+    // a closed port that changes nothing, and the refusal is not an error
+    // worth keeping. The user's chosen levels stay for the next open.
+    serial->setDataTerminalReady(false);
+    serial->setRequestToSend(false);
+    serial->clearError();
 }
 
 void SerialTransport::write(const QByteArray &bytes)

@@ -83,6 +83,9 @@ void TestTcpServerSession::clientsAreListedAndAddressedInConnectOrder()
     first->disconnectFromHost();
     QTRY_COMPARE_WITH_TIMEOUT(listedClients(), QStringList{keyOf(*second)}, waitMs);
     QTRY_COMPARE(panel->viewText(), QStringLiteral("bye"));
+    auto third = connectClient();
+    QVERIFY(third);
+    QTRY_COMPARE(listedClients(), QStringList({keyOf(*second), keyOf(*third)}));
 }
 
 // A second start listens on the port now in the panel.

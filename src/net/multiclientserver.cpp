@@ -7,6 +7,8 @@
 MultiClientServer::MultiClientServer(QObject *parent)
     : QTcpServer(parent)
 {
+    // Room for a burst of connections while the program is busy.
+    setListenBacklogSize(1024);
     connect(this, &QTcpServer::newConnection, this, &MultiClientServer::handleNewConnection);
 }
 
@@ -50,6 +52,9 @@ void MultiClientServer::handleNewConnection()
             socket->deleteLater();
             continue;
         }
+        // A client that floods is held back by its own connection once this
+        // much waits, instead of by this program's memory.
+        socket->setReadBufferSize(256 << 10);
         connect(socket, &QTcpSocket::disconnected, this, &MultiClientServer::clientDisconnected);
         connect(socket, &QTcpSocket::readyRead, this, &MultiClientServer::readReady);
         connectedClients.append(socket);
@@ -58,11 +63,30 @@ void MultiClientServer::handleNewConnection()
     emit connectionStateChange();
 }
 
+void MultiClientServer::setReading(bool on)
+{
+    reading = on;
+    if (!on)
+        return;
+    const QSet<QTcpSocket *> waiting = std::exchange(unread, {});
+    for (QTcpSocket *socket : waiting)
+        readClient(socket);
+}
+
 void MultiClientServer::readReady()
 {
     auto *socket = qobject_cast<QTcpSocket *>(sender());
     if (!socket)
         return;
+    if (!reading) {
+        unread.insert(socket);
+        return;
+    }
+    readClient(socket);
+}
+
+void MultiClientServer::readClient(QTcpSocket *socket)
+{
     const QString key = clientKey(socket);
     // Kept for the life of the server: only its bytes, not the read's spare
     // capacity, so thousands of short-lived clients cost what they sent.
@@ -77,6 +101,10 @@ void MultiClientServer::clientDisconnected()
     auto *socket = qobject_cast<QTcpSocket *>(sender());
     if (!socket)
         return;
+    // What it sent last is read before it goes, whether reading is on or not.
+    unread.remove(socket);
+    if (socket->bytesAvailable() > 0)
+        readClient(socket);
     connectedClients.removeAll(socket);
     // We are inside one of the socket's own signals.
     socket->deleteLater();

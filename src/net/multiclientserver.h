@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 #include <QList>
 #include <QString>
 #include <QTcpServer>
@@ -33,6 +34,11 @@ public:
     const QList<QTcpSocket *> &clients() const { return connectedClients; }
     const QHash<QString, QByteArray> &lastMessages() const { return lastMessageByClient; }
 
+    // While off, clients' bytes wait in their sockets (and then in the
+    // system, which holds their senders back); turned on again, every client
+    // that has something waiting is read.
+    void setReading(bool on);
+
 signals:
     void connectionStateChange();
     void newMessage(const QString &clientKey);
@@ -43,7 +49,11 @@ public slots:
     void clientDisconnected();
 
 private:
+    void readClient(QTcpSocket *socket);
+
     QList<QTcpSocket *> connectedClients;
+    QSet<QTcpSocket *> unread;   // clients skipped while reading was off
+    bool reading = true;
     QHash<QString, QByteArray> lastMessageByClient;
 };
 

@@ -22,6 +22,7 @@
 #include "common/serialportlist.h"
 #include "common/statuscolors.h"
 #include "common/texthelpers.h"
+#include "net/clientrows.h"
 #include "net/multiclientserver.h"
 #include "plot/sessionplot.h"
 #include "send/filesender.h"
@@ -78,6 +79,7 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     baudRateValidator = new QIntValidator(0, 100000000, this);
 
     ui->setupUi(this);
+    clientRows = std::make_unique<ClientRows>(ui->clientTw);
     titleBar = new SessionTitleBar(this);
     ui->verticalLayout->insertWidget(0, titleBar);
     // Room beyond the minimum goes to the traffic, not to the bars around it.
@@ -752,13 +754,7 @@ void SerialPortWidget::displayError(QAbstractSocket::SocketError error)
 
 void SerialPortWidget::changeConnState()
 {
-    ui->clientTw->clear();
-    if (!server())
-        return;
-    for (QTcpSocket *client : server()->clients()) {
-        auto *item = new QTreeWidgetItem(ui->clientTw);
-        item->setText(0, MultiClientServer::clientKey(client));
-    }
+    clientRows->update(server() ? server()->clients() : QList<QTcpSocket *>());
 }
 
 // ---------------------------------------------------------------------------

@@ -8,6 +8,8 @@
 #include <QSerialPort>
 #include <QWidget>
 
+#include <memory>
+
 #include "common/types.h"
 #include "session/chunkrenderer.h"
 #include "session/datalog.h"
@@ -18,6 +20,7 @@ class QLabel;
 class QStatusBar;
 class QTimer;
 class QIntValidator;
+class ClientRows;
 class MultiClientServer;
 class ControlLinesPanel;
 class ReconnectPolicy;
@@ -198,6 +201,7 @@ private:
 
     SerialTransport *serialLink = nullptr;
     TcpServerTransport *serverLink = nullptr;
+    std::unique_ptr<ClientRows> clientRows;
     TcpClientTransport *clientLink = nullptr;
     UdpTransport *udpLink = nullptr;
     ReconnectPolicy *reconnect = nullptr;

@@ -8,6 +8,7 @@ SerialTransport::SerialTransport(QObject *parent)
     , serial(new QSerialPort(this))
 {
     serial->setPortName(settings.name);
+    serial->setReadBufferSize(ReadBufferSize);
     connect(serial, &QSerialPort::readyRead, this, &SerialTransport::poll);
     connect(serial, &QSerialPort::errorOccurred, this, &SerialTransport::onError);
 }
@@ -113,6 +114,12 @@ qint64 SerialTransport::sendBacklog() const
 
 void SerialTransport::poll()
 {
+    if (isReading())
+        deliverAll();
+}
+
+void SerialTransport::deliverAll()
+{
     if (!serial->isOpen())
         return;
     const QByteArray bytes = serial->readAll();
@@ -137,7 +144,7 @@ void SerialTransport::onError(QSerialPort::SerialPortError error)
     // own notifier, which must not be destroyed under its feet.
     QMetaObject::invokeMethod(this, [this, text] {
         const bool wasOpen = serial->isOpen();
-        poll();   // what came before the error is not lost
+        deliverAll();   // what came before the error is not lost
         serial->close();
         serial->clearError();
         emit message(text, 5000);

@@ -44,6 +44,7 @@ public:
 
 private:
     bool tryOpen();
+    void deliverAll();
     void configure();
     bool deviceMayBeBack() const;
     void onError(QSerialPort::SerialPortError error);

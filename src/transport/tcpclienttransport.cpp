@@ -36,6 +36,7 @@ void TcpClientTransport::reopen()
 void TcpClientTransport::connectSocket()
 {
     clientSocket = new QTcpSocket(this);
+    clientSocket->setReadBufferSize(ReadBufferSize);
     connect(clientSocket, &QTcpSocket::readyRead, this, &TcpClientTransport::poll);
     connect(clientSocket, &QTcpSocket::connected, this, &Transport::opened);
     connect(clientSocket, &QTcpSocket::disconnected, this, &TcpClientTransport::onDisconnected);
@@ -56,7 +57,9 @@ void TcpClientTransport::dropSocket()
 
 void TcpClientTransport::onDisconnected()
 {
-    poll();   // the last bytes may still wait in the socket
+    // The last bytes may still wait in the socket, which goes now.
+    if (const QByteArray rest = clientSocket->readAll(); !rest.isEmpty())
+        emit received(rest);
     qCDebug(lcDefault) << "disconnectTcpClient :" << clientSocket->peerAddress() << clientSocket->peerPort();
     // Later, not now: we are inside one of its signals.
     clientSocket->deleteLater();
@@ -105,7 +108,7 @@ qint64 TcpClientTransport::sendBacklog() const
 
 void TcpClientTransport::poll()
 {
-    if (!clientSocket || !clientSocket->isOpen())
+    if (!clientSocket || !clientSocket->isOpen() || !isReading())
         return;
     const QByteArray bytes = clientSocket->readAll();
     if (bytes.isEmpty())

@@ -14,6 +14,7 @@ void TcpServerTransport::open()
 {
     if (!listener) {
         listener = new MultiClientServer(this);
+        listener->setReading(isReading());
         connect(listener, &MultiClientServer::connectionStateChange, this, &TcpServerTransport::clientsChanged);
         connect(listener, &MultiClientServer::newMessage, this, [this](const QString &clientKey) {
             emit received(listener->lastMessages().value(clientKey));
@@ -27,6 +28,12 @@ void TcpServerTransport::close()
 {
     if (listener)
         listener->stop();
+}
+
+void TcpServerTransport::readingChanged(bool on)
+{
+    if (listener)
+        listener->setReading(on);
 }
 
 Transport::State TcpServerTransport::state() const

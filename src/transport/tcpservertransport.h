@@ -34,6 +34,9 @@ public:
 signals:
     void clientsChanged();
 
+protected:
+    void readingChanged(bool on) override;
+
 private:
     QTcpSocket *chosenSocket() const;
 

@@ -36,6 +36,12 @@ public:
     virtual qint64 sendBacklog() const = 0;
     // Reads what has arrived without waiting for the device to signal it.
     virtual void poll() {}
+    // While off, nothing more is read: what arrives waits in the device, the
+    // socket or the system, so a sender that floods is held back there
+    // rather than in this program's memory, and nothing is lost. Turned on
+    // again, it reads what waited. Datagrams cannot wait and are always read.
+    void setReading(bool on);
+    bool isReading() const { return reading; }
 
 signals:
     void received(const QByteArray &bytes);
@@ -48,6 +54,16 @@ signals:
     void message(const QString &text, int milliseconds);
     // A failure the session keeps as its last error.
     void errorOccurred(const QString &text);
+
+protected:
+    // Bytes a device or socket may hold for this program before the system
+    // keeps the rest: enough for a burst, small enough that holding back works.
+    static constexpr qint64 ReadBufferSize = qint64(1) << 20;
+
+    virtual void readingChanged(bool on);
+
+private:
+    bool reading = true;
 };
 
 #endif

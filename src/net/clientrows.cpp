@@ -1,0 +1,30 @@
+#include "net/clientrows.h"
+
+#include <QTcpSocket>
+#include <QTreeWidget>
+
+#include "net/multiclientserver.h"
+
+ClientRows::ClientRows(QTreeWidget *list)
+    : list(list)
+{
+}
+
+void ClientRows::update(const QList<QTcpSocket *> &clients)
+{
+    qsizetype next = 0;
+    for (qsizetype row = 0; row < shown.size();) {
+        if (next < clients.size() && clients.at(next) == shown.at(row)) {
+            ++row;
+            ++next;
+        } else {
+            delete list->takeTopLevelItem(int(row));
+            shown.removeAt(row);
+        }
+    }
+    for (; next < clients.size(); ++next) {
+        auto *item = new QTreeWidgetItem(list);
+        item->setText(0, MultiClientServer::clientKey(clients.at(next)));
+        shown.append(clients.at(next));
+    }
+}

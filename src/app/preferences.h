@@ -58,6 +58,7 @@ struct Preferences {
     bool rawLogSent = false;
     SendMacroList macros;
     PlotSettings plot;
+    ViewSettings view;
     bool openLastConnection = false;
     QStringList recentFiles;
     QString lastFile;

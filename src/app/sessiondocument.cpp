@@ -171,6 +171,7 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
     file.setValue(key(i, "LastTargetPort"), port.lastTargetPort);
     file.setValue(key(i, "ConnMode"), port.connMode);
     format.Plot.write(file, QStringLiteral("%1/").arg(i));
+    format.View.write(file, QStringLiteral("%1/").arg(i));
     report(progress, 100);
 }
 
@@ -229,6 +230,7 @@ void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting
     port.lastTargetPort = file.value(key(i, "LastTargetPort")).toInt();
     port.connMode = file.value(key(i, "ConnMode")).toInt();
     format.Plot = PlotSettings::read(file, QStringLiteral("%1/").arg(i));
+    format.View = ViewSettings::read(file, QStringLiteral("%1/").arg(i));
 }
 
 QString joinHosts(const QStringList &hosts)

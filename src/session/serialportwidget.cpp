@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTcpSocket>
@@ -30,7 +29,9 @@
 #include "send/sendboxcontroller.h"
 #include "session/sendencoder.h"
 #include "session/statustexts.h"
-#include "session/viewappender.h"
+#include "view/receivefeed.h"
+#include "view/receiveview.h"
+#include "view/receiveviewoptions.h"
 #include "workspace/sessiontitlebar.h"
 
 namespace {
@@ -80,7 +81,12 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     ui->verticalLayout->setStretchFactor(ui->splitter, 1);
     ui->splitter_data->setStretchFactor(0, 3);
     ui->splitter_data->setStretchFactor(1, 1);
-    viewAppender = new ViewAppender(ui->receiveView);
+    receiveFeed = new ReceiveFeed(ui->receiveView, &renderer);
+    viewOptions = new ReceiveViewOptions(ui->receiveGroupLayout, ui->hexRadio, this);
+    connect(ui->receiveView, &ReceiveView::highlightRulesEdited, this, [this] {
+        formatSetting.View.highlightRules = ui->receiveView->highlightRules();
+        emit settingsEdited();
+    });
     formatSetting.LogFont = ui->receiveView->font();
     formatSetting.SendInterval = ui->sendIntervelSB->value();
     initPlot();
@@ -109,7 +115,7 @@ SerialPortWidget::~SerialPortWidget()
         tcpSocket->disconnect(this);
     delete udpSocket;
     delete tcpServer;
-    delete viewAppender;
+    delete receiveFeed;
     delete ui;
 }
 
@@ -120,13 +126,12 @@ void SerialPortWidget::initPlot()
     plot = new SessionPlot(ui->receiveView, this);
     titleBar->addAction(plot->toggleAction());
     titleBar->setContextMenuPolicy(Qt::ActionsContextMenu);
-    ui->receiveView->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(ui->receiveView, &QWidget::customContextMenuRequested, this, [this](const QPoint &pos) {
-        QScopedPointer<QMenu> menu(ui->receiveView->createStandardContextMenu(pos));
-        menu->addSeparator();
-        menu->addAction(plot->toggleAction());
-        menu->exec(ui->receiveView->mapToGlobal(pos));
-    });
+    ui->receiveView->addContextAction(plot->toggleAction());
+}
+
+ReceiveView *SerialPortWidget::receiveView() const
+{
+    return ui->receiveView;
 }
 
 void SerialPortWidget::initTimers()
@@ -430,9 +435,7 @@ void SerialPortWidget::displayPortBuffer()
     QString logBatch;
     while (!rxDataList.isEmpty()) {
         const rxData chunk = rxDataList.dequeue();
-        const ChunkRenderer::Piece piece = renderer.renderForDisplay(chunk, formatSetting);
-        if (piece.show)
-            viewAppender->append(piece.text, piece.color);
+        receiveFeed->show(chunk, formatSetting);
         if (!formatSetting.LogSaveFlag)
             continue;
         if (!formatSetting.RawLog)
@@ -441,14 +444,14 @@ void SerialPortWidget::displayPortBuffer()
             dataLog.appendBytes(chunk.data);
     }
     const int defaultLimit = 10 << 20;
-    viewAppender->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);
+    ui->receiveView->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);
     if (formatSetting.LogSaveFlag)
         dataLog.appendLog(logBatch);
 }
 
 void SerialPortWidget::clear()
 {
-    viewAppender->clear();
+    receiveFeed->clear();
     receivedCount = 0;
     sentCount = 0;
     renderer.restartDisplayLine();
@@ -1115,6 +1118,7 @@ void SerialPortWidget::copyPanelChecks()
     formatSetting.DisplaySendMsg = ui->displaySendBox->isChecked();
     formatSetting.DisplayMsgTime = ui->displayTimeBox->isChecked();
     formatSetting.SendMsgFormat = ui->asciiSendRaido->isChecked() ? ASCII : HEX;
+    viewOptions->copyTo(formatSetting.View);
 }
 
 void SerialPortWidget::refreshConnectionDisplay()
@@ -1395,6 +1399,7 @@ void SerialPortWidget::updateDisplay()
 
     ui->asciiRadio->setChecked(formatSetting.ReceiveMsgFormat != HEX);
     ui->hexRadio->setChecked(formatSetting.ReceiveMsgFormat == HEX);
+    viewOptions->show(formatSetting.View, formatSetting.ReceiveMsgFormat == HEX);
     ui->autoFeedBox->setChecked(formatSetting.AutoFeedLine);
     ui->displaySendBox->setChecked(formatSetting.DisplaySendMsg);
     ui->displayTimeBox->setChecked(formatSetting.DisplayMsgTime);
@@ -1413,5 +1418,6 @@ void SerialPortWidget::updateDisplay()
     if (macroBar->macros() != formatSetting.Macros)
         macroBar->setMacros(formatSetting.Macros);
     plot->applySettings(formatSetting.Plot);
+    ui->receiveView->setHighlightRules(formatSetting.View.highlightRules);
     panelBaseline = panelSignature();
 }

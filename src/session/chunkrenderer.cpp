@@ -7,10 +7,32 @@ namespace {
 
 const QString lineFeed = QStringLiteral("\n");
 
+// Drops the second character of every pair "first second", left to right,
+// or the first one when keepFirst is false.
+void dropFromPairs(QString &text, QChar first, QChar second, bool keepFirst)
+{
+    QChar *out = text.data();
+    const QChar *in = out;
+    const QChar *end = in + text.size();
+    while (in < end) {
+        if (*in == first && in + 1 < end && in[1] == second) {
+            *out++ = keepFirst ? first : second;
+            in += 2;
+        } else {
+            *out++ = *in++;
+        }
+    }
+    text.truncate(out - text.constData());
+}
+
+// "\r\n" becomes "\n", then "\n\r" becomes "\n": two passes, as two replacements
+// would do, without searching for the pairs with a matcher built per chunk.
 QString foldLineBreaks(QString text)
 {
-    text.replace(QStringLiteral("\r\n"), lineFeed);
-    text.replace(QStringLiteral("\n\r"), lineFeed);
+    if (!text.contains(QLatin1Char('\r')))
+        return text;
+    dropFromPairs(text, QLatin1Char('\r'), QLatin1Char('\n'), false);
+    dropFromPairs(text, QLatin1Char('\n'), QLatin1Char('\r'), true);
     return text;
 }
 
@@ -41,13 +63,12 @@ QString insertTimeStamp(QString text, const QString &stamp)
 {
     text = foldLineBreaks(std::move(text));
     const QString stampedBreak = lineFeed + stamp;
-    if (text.endsWith(lineFeed)) {
+    const bool endsWithBreak = text.endsWith(lineFeed);
+    if (endsWithBreak)
         text.chop(1);
-        text.replace(lineFeed, stampedBreak);
+    text.replace(QLatin1Char('\n'), stampedBreak);
+    if (endsWithBreak)
         text.append(lineFeed);
-    } else {
-        text.replace(lineFeed, stampedBreak);
-    }
     return text;
 }
 
@@ -107,7 +128,7 @@ QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, 
 ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &chunk, const FormatSetting &format)
 {
     const QString &timeFormat = chunk.direction == RX ? format.RxTimeFormat : format.TxTimeFormat;
-    const QString stamp = format.DisplayMsgTime ? chunk.time.toString(timeFormat) : QString();
+    const QString stamp = format.DisplayMsgTime ? displayStamp(chunk.time, timeFormat) : QString();
 
     Piece piece;
     piece.text = render(chunk, format, format.DisplayMsgTime, stamp, isEndWithLineFeed, displayStreams);
@@ -123,6 +144,18 @@ ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &chunk, const 
     isEndWithLineFeed = piece.text.endsWith(lineFeed);
     qCDebug(lcDefault) << "decodedLine: " << piece.text;
     return piece;
+}
+
+// Chunks read in one burst share their millisecond; the stamp is formatted
+// once for them.
+QString ChunkRenderer::displayStamp(const QTime &time, const QString &timeFormat)
+{
+    if (time != stampTime || timeFormat != stampFormat) {
+        stampTime = time;
+        stampFormat = timeFormat;
+        stampText = time.toString(timeFormat);
+    }
+    return stampText;
 }
 
 QString ChunkRenderer::renderForLog(const rxData &chunk, const FormatSetting &format)

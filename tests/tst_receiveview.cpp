@@ -127,6 +127,8 @@ private slots:
         QTest::newRow("markup") << false << markup << markup;
         QTest::newRow("escapes without ANSI colours") << false << "\x1b[31mred" << "\x1b[31mred";
         QTest::newRow("escapes with ANSI colours") << true << "\x1b[31mred\x1b[0m" << "red";
+        const QString wide = QStringLiteral("x").repeated(70) + QStringLiteral("\u6e29\u5ea6 25\u00b0C\r\n");
+        QTest::newRow("beyond Latin-1 after plain text") << false << wide << wide.chopped(2) + '\n';
     }
 
     void textIsShownAsReceived()

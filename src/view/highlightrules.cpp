@@ -60,16 +60,11 @@ QVector<Highlighter::Span> Highlighter::spans(QStringView line) const
     // Later rules first: what is painted last shows.
     for (qsizetype r = matchers.size() - 1; r >= 0; --r) {
         const QRgb colour = used.at(r).colour.rgb();
-        qsizetype length = 0;
-        qsizetype at = matchers.at(r).indexIn(line, 0, &length);
-        if (at < 0)
-            continue;
-        if (used.at(r).wholeLine) {
-            result.append({0, line.size(), colour});
-            continue;
-        }
-        for (; at >= 0; at = matchers.at(r).indexIn(line, at + length, &length))
-            result.append({at, length, colour});
+        const bool wholeLine = used.at(r).wholeLine;
+        matchers.at(r).forEachIn(line, 0, line.size(), [&](qsizetype at, qsizetype length) {
+            result.append(wholeLine ? Span{0, line.size(), colour} : Span{at, length, colour});
+            return !wholeLine;
+        });
     }
     return result;
 }

@@ -1,27 +1,57 @@
 #include "view/linestore.h"
 
+#include <QStringEncoder>
+
 #include <algorithm>
 
-namespace {
-
-bool isLineBreak(char16_t c)
+LineStore::Chunk::Chunk()
 {
-    return c == u'\n' || c == u'\r' || c == u'\x2029';
+    latin1.reserve(ChunkSize);
 }
 
-} // namespace
+void LineStore::Chunk::append(QStringView text)
+{
+    if (!wide) {
+        const qsizetype old = latin1.size();
+        latin1.resize(old + text.size());
+        QStringEncoder toLatin1(QStringConverter::Latin1);
+        toLatin1.appendToBuffer(latin1.data() + old, text);
+        if (!toLatin1.hasError())
+            return;
+        latin1.truncate(old);
+        utf16.reserve(ChunkSize);
+        utf16.append(QLatin1StringView(latin1));
+        latin1 = QByteArray();
+        wide = true;
+    }
+    utf16.append(text);
+}
+
+void LineStore::Chunk::appendTo(QString &out, qsizetype from, qsizetype length) const
+{
+    if (wide)
+        out.append(QStringView(utf16).mid(from, length));
+    else
+        out.append(QLatin1StringView(latin1.constData() + from, length));
+}
+
+void LineStore::Chunk::truncate(qsizetype length)
+{
+    if (wide)
+        utf16.truncate(length);
+    else
+        latin1.truncate(length);
+}
 
 LineStore::LineStore()
 {
     starts.push_back(0);
 }
 
-QString &LineStore::writableChunk()
+LineStore::Chunk &LineStore::writableChunk()
 {
-    if (chunks.empty() || chunks.back().size() == ChunkSize) {
+    if (chunks.empty() || chunks.back().size() == ChunkSize)
         chunks.emplace_back();
-        chunks.back().reserve(ChunkSize);
-    }
     return chunks.back();
 }
 
@@ -37,24 +67,48 @@ void LineStore::append(QStringView text, const TextStyle &style)
             runs.push_back({last, style});
     }
 
-    const char16_t *from = text.utf16();
-    qsizetype left = text.size();
-    while (left > 0) {
-        QString &chunk = writableChunk();
+    // Where the next break of each kind is; each is looked for again only
+    // once it has been passed, so a long text is searched once.
+    const QChar paragraphSeparator(0x2029);
+    qsizetype feed = text.indexOf(QLatin1Char('\n'));
+    qsizetype carriageReturn = text.indexOf(QLatin1Char('\r'));
+    qsizetype paragraph = text.indexOf(paragraphSeparator);
+    auto nextBreak = [&](qsizetype from) {
+        if (feed >= 0 && feed < from)
+            feed = text.indexOf(QLatin1Char('\n'), from);
+        if (carriageReturn >= 0 && carriageReturn < from)
+            carriageReturn = text.indexOf(QLatin1Char('\r'), from);
+        if (paragraph >= 0 && paragraph < from)
+            paragraph = text.indexOf(paragraphSeparator, from);
+        qsizetype nearest = text.size();
+        for (const qsizetype at : {feed, carriageReturn, paragraph}) {
+            if (at >= 0)
+                nearest = std::min(nearest, at);
+        }
+        return nearest;
+    };
+
+    qsizetype done = 0;
+    if (carriageReturnLast && text.startsWith(QLatin1Char('\n')))
+        done = 1;
+    carriageReturnLast = false;
+    while (done < text.size()) {
+        Chunk &chunk = writableChunk();
         const qsizetype lineRoom = MaxLineLength - (last - starts.back());
-        const qsizetype span = std::min({left, ChunkSize - chunk.size(), lineRoom});
-        qsizetype plain = 0;
-        while (plain < span && !isLineBreak(from[plain]))
-            ++plain;
-        chunk.append(QStringView(from, plain));
+        const qsizetype span = std::min({text.size() - done, ChunkSize - chunk.size(), lineRoom});
+        const qsizetype plain = std::min(span, nextBreak(done) - done);
+        chunk.append(text.mid(done, plain));
         last += plain;
-        from += plain;
-        left -= plain;
+        done += plain;
         if (plain < span) {
-            chunk.append(QLatin1Char('\n'));
+            chunk.append(QStringView(u"\n"));
             ++last;
-            ++from;
-            --left;
+            const bool pair = text.at(done) == QLatin1Char('\r');
+            ++done;
+            if (pair && done == text.size())
+                carriageReturnLast = true;
+            else if (pair && text.at(done) == QLatin1Char('\n'))
+                ++done;
             starts.push_back(last);
         } else if (last - starts.back() >= MaxLineLength) {
             breakLongLine();
@@ -86,6 +140,7 @@ void LineStore::truncate(qint64 position)
     const size_t keep = size_t(offset / ChunkSize);
     chunks.resize(keep + 1);
     chunks.back().truncate(offset % ChunkSize);
+    carriageReturnLast = false;
     while (starts.size() > 1 && starts.back() > position)
         starts.pop_back();
     while (!runs.empty() && runs.back().start >= position)
@@ -124,6 +179,7 @@ void LineStore::clear()
     starts = {0};
     firstLineNumber = 0;
     runs.clear();
+    carriageReturnLast = false;
     ++clears;
 }
 
@@ -137,10 +193,10 @@ QString LineStore::text(qint64 from, qint64 to) const
     result.reserve(to - from);
     while (from < to) {
         const qint64 offset = from - chunkBase;
-        const QString &chunk = chunks[size_t(offset / ChunkSize)];
+        const Chunk &chunk = chunks[size_t(offset / ChunkSize)];
         const qsizetype inChunk = offset % ChunkSize;
         const qsizetype length = qsizetype(std::min<qint64>(to - from, chunk.size() - inChunk));
-        result.append(QStringView(chunk).mid(inChunk, length));
+        chunk.appendTo(result, inChunk, length);
         from += length;
     }
     return result;

@@ -1,6 +1,7 @@
 #ifndef QUORVANE_LINESTORE_H
 #define QUORVANE_LINESTORE_H
 
+#include <QByteArray>
 #include <QString>
 #include <QVector>
 
@@ -17,7 +18,11 @@
 // at most MaxLineLength characters of a longer one (broken after a blank
 // near the end where there is one). The pieces are joined again wherever
 // text is taken out, so copied text has only the breaks that were received.
-// A carriage return counts as a line break, as it does in Qt's text views.
+// A carriage return counts as a line break, as it does in Qt's text views;
+// one followed by a line feed makes a single break with it.
+//
+// A chunk keeps its characters one byte each while they all fit Latin-1,
+// which most serial traffic does, and two bytes each once one does not.
 class LineStore
 {
 public:
@@ -66,10 +71,26 @@ public:
     qint64 lastChunk() const { return last / ChunkSize; }
 
 private:
-    QString &writableChunk();
+    class Chunk
+    {
+    public:
+        Chunk();
+        qsizetype size() const { return wide ? utf16.size() : latin1.size(); }
+        QChar at(qsizetype i) const { return wide ? utf16.at(i) : QChar(uchar(latin1.at(i))); }
+        void append(QStringView text);
+        void appendTo(QString &out, qsizetype from, qsizetype length) const;
+        void truncate(qsizetype length);
+
+    private:
+        QByteArray latin1;
+        QString utf16;
+        bool wide = false;
+    };
+
+    Chunk &writableChunk();
     void breakLongLine();
 
-    std::deque<QString> chunks;   // chunk k holds [chunkBase + k * ChunkSize, ...)
+    std::deque<Chunk> chunks;   // chunk k holds [chunkBase + k * ChunkSize, ...)
     qint64 chunkBase = 0;
     qint64 first = 0;
     qint64 last = 0;
@@ -77,6 +98,7 @@ private:
     qint64 firstLineNumber = 0;
     std::deque<StyleRun> runs;    // before the first run: the plain style
     quint64 clears = 0;
+    bool carriageReturnLast = false;   // a line feed that comes next is its pair
 };
 
 #endif

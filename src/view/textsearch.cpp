@@ -19,25 +19,29 @@ TextMatcher::TextMatcher(const SearchPattern &pattern)
     expression.optimize();
 }
 
-qsizetype TextMatcher::indexIn(QStringView text, qsizetype from, qsizetype *length) const
+void TextMatcher::forEachIn(QStringView text, qsizetype from, qsizetype until,
+                            const std::function<bool(qsizetype, qsizetype)> &found) const
 {
     if (!isUsable())
-        return -1;
+        return;
     if (!searched.regex) {
-        *length = searched.text.size();
-        return plain.indexIn(text, from);
-    }
-    while (from <= text.size()) {
-        const QRegularExpressionMatch match = expression.match(text, from);
-        if (!match.hasMatch())
-            return -1;
-        if (match.capturedLength() > 0) {
-            *length = match.capturedLength();
-            return match.capturedStart();
+        const qsizetype length = searched.text.size();
+        for (qsizetype at = plain.indexIn(text, from); at >= 0 && at < until; at = plain.indexIn(text, at + length)) {
+            if (!found(at, length))
+                return;
         }
-        from = match.capturedStart() + 1;
+        return;
     }
-    return -1;
+    // One iteration checks the text's encoding once; single matches would
+    // check it again for every match.
+    QRegularExpressionMatchIterator matches = expression.globalMatch(text, from);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        if (match.capturedStart() >= until)
+            return;
+        if (match.capturedLength() > 0 && !found(match.capturedStart(), match.capturedLength()))
+            return;
+    }
 }
 
 StoreSearch::StoreSearch(const LineStore &store, const TextMatcher &matcher)
@@ -56,13 +60,13 @@ void StoreSearch::forEach(qint64 from, qint64 to, const std::function<bool(const
         const qint64 windowEnd = std::min(to, windowStart + LineStore::ChunkSize);
         const qint64 textStart = std::max(store.begin(), windowStart - Context);
         const QString text = store.text(textStart, std::min(store.end(), windowEnd + Overhang));
-        qsizetype at = windowStart - textStart;
-        qsizetype length = 0;
-        while ((at = matcher.indexIn(text, at, &length)) >= 0 && textStart + at < windowEnd) {
-            if (!found({textStart + at, length}))
-                return;
-            at += length;
-        }
+        bool more = true;
+        matcher.forEachIn(text, windowStart - textStart, windowEnd - textStart, [&](qsizetype at, qsizetype length) {
+            more = found({textStart + at, length});
+            return more;
+        });
+        if (!more)
+            return;
         windowStart = windowEnd;
     }
 }

@@ -38,8 +38,10 @@ public:
     QString errorText() const { return expression.errorString(); }
     const SearchPattern &pattern() const { return searched; }
 
-    // The first match in text starting at or after from, or -1.
-    qsizetype indexIn(QStringView text, qsizetype from, qsizetype *length) const;
+    // Calls found(start, length) for every match in text that starts in
+    // [from, until), until it returns false.
+    void forEachIn(QStringView text, qsizetype from, qsizetype until,
+                   const std::function<bool(qsizetype, qsizetype)> &found) const;
 
 private:
     SearchPattern searched;

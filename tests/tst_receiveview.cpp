@@ -1,6 +1,6 @@
 #include <QtTest>
 
-#include <QCheckBox>
+#include <QAbstractButton>
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QLabel>
@@ -237,8 +237,8 @@ private slots:
         QTest::keyClick(view(), Qt::Key_F, Qt::ControlModifier);
         auto *edit = view()->findChild<QLineEdit *>(QStringLiteral("findEdit"));
         QVERIFY(edit->isVisible());
-        view()->findChild<QCheckBox *>(QStringLiteral("findRegex"))->setChecked(regex);
-        view()->findChild<QCheckBox *>(QStringLiteral("findCase"))->setChecked(matchCase);
+        view()->findChild<QAbstractButton *>(QStringLiteral("findRegex"))->setChecked(regex);
+        view()->findChild<QAbstractButton *>(QStringLiteral("findCase"))->setChecked(matchCase);
         QTest::keyClicks(edit, pattern);
         QTest::keyClick(edit, Qt::Key_Return);   // searches at once, without waiting for a pause
         auto *count = view()->findChild<QLabel *>(QStringLiteral("findCount"));

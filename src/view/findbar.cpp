@@ -1,6 +1,5 @@
 #include "view/findbar.h"
 
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -13,8 +12,8 @@
 FindBar::FindBar(QWidget *parent)
     : QWidget(parent)
     , edit(new QLineEdit(this))
-    , regexBox(new QCheckBox(tr("Regular expression"), this))
-    , caseBox(new QCheckBox(tr("Match case"), this))
+    , regexBox(new QToolButton(this))
+    , caseBox(new QToolButton(this))
     , previousButton(new QToolButton(this))
     , nextButton(new QToolButton(this))
     , countLabel(new QLabel(this))
@@ -26,8 +25,18 @@ FindBar::FindBar(QWidget *parent)
     edit->setPlaceholderText(tr("Find"));
     edit->setClearButtonEnabled(true);
     edit->installEventFilter(this);
+    // Short toggles, so that the bar fits a narrow session.
     regexBox->setObjectName(QStringLiteral("findRegex"));
+    regexBox->setText(QStringLiteral(".*"));
+    regexBox->setToolTip(tr("Regular expression"));
     caseBox->setObjectName(QStringLiteral("findCase"));
+    caseBox->setText(QStringLiteral("Aa"));
+    caseBox->setToolTip(tr("Match case"));
+    for (QToolButton *toggle : {regexBox, caseBox}) {
+        toggle->setCheckable(true);
+        toggle->setAccessibleName(toggle->toolTip());
+    }
+    edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 12);
     countLabel->setObjectName(QStringLiteral("findCount"));
     previousButton->setArrowType(Qt::UpArrow);
     previousButton->setToolTip(tr("Previous match (Shift+F3)"));
@@ -40,19 +49,22 @@ FindBar::FindBar(QWidget *parent)
 
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);
-    layout->addWidget(edit, 1);
+    layout->addWidget(edit, 2);
     for (QWidget *widget : std::initializer_list<QWidget *>{previousButton, nextButton, regexBox, caseBox})
         layout->addWidget(widget);
     layout->addWidget(countLabel, 1);
     layout->addWidget(closeButton);
+    previousButton->setAccessibleName(previousButton->toolTip());
+    nextButton->setAccessibleName(nextButton->toolTip());
+    closeButton->setAccessibleName(closeButton->toolTip());
 
     // Searching a full buffer takes a moment, so typing is waited out.
     typingPause->setSingleShot(true);
     typingPause->setInterval(150);
     connect(typingPause, &QTimer::timeout, this, &FindBar::patternChanged);
     connect(edit, &QLineEdit::textEdited, typingPause, qOverload<>(&QTimer::start));
-    for (QCheckBox *box : {regexBox, caseBox})
-        connect(box, &QCheckBox::toggled, this, &FindBar::patternChanged);
+    for (QToolButton *toggle : {regexBox, caseBox})
+        connect(toggle, &QToolButton::toggled, this, &FindBar::patternChanged);
     connect(previousButton, &QToolButton::clicked, this, &FindBar::previousRequested);
     connect(nextButton, &QToolButton::clicked, this, &FindBar::nextRequested);
     connect(closeButton, &QToolButton::clicked, this, &FindBar::closeRequested);

@@ -5,7 +5,6 @@
 
 #include "view/textsearch.h"
 
-class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QTimer;
@@ -41,8 +40,8 @@ protected:
 
 private:
     QLineEdit *edit;
-    QCheckBox *regexBox;
-    QCheckBox *caseBox;
+    QToolButton *regexBox;
+    QToolButton *caseBox;
     QToolButton *previousButton;
     QToolButton *nextButton;
     QLabel *countLabel;

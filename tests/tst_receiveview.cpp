@@ -13,6 +13,7 @@
 #include "view/ansiparser.h"
 #include "view/highlightrules.h"
 #include "view/receiveview.h"
+#include "view/viewactions.h"
 
 using Gesture = std::function<void(ReceiveView *, const std::function<QPointF(int, int)> &)>;
 Q_DECLARE_METATYPE(Gesture)
@@ -351,6 +352,19 @@ private slots:
 
     // Typed keys go on to the session, which sends them; Space pages down on
     // its press and reaches the session on release.
+    void saveViewWritesTheTextOrSaysWhyNot()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("view.txt"));
+        QString error;
+        QVERIFY(ViewActions::writeText(path, QStringLiteral("a\n\u00b0b"), &error));
+        QFile saved(path);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll(), QByteArray("a\n\xc2\xb0" "b"));
+        QVERIFY(!ViewActions::writeText(dir.filePath(QStringLiteral("missing/view.txt")), QString(), &error));
+        QVERIFY(!error.isEmpty());
+    }
+
     void keysReachTheSession_data()
     {
         QTest::addColumn<int>("key");
@@ -359,6 +373,8 @@ private slots:
         QTest::newRow("letter") << int(Qt::Key_A) << int(Qt::NoModifier) << QStringList{"press a", "release a"};
         QTest::newRow("space") << int(Qt::Key_Space) << int(Qt::NoModifier) << QStringList{"release  "};
         QTest::newRow("copy") << int(Qt::Key_C) << int(Qt::ControlModifier) << QStringList{"release c"};
+        QTest::newRow("bell") << int(Qt::Key_G) << int(Qt::ControlModifier)
+                              << QStringList{"press g", "release g"};
     }
 
     void keysReachTheSession()

@@ -30,7 +30,7 @@ public:
         quint64 lastUse = 0;
 
         int rows() const { return layout.lineCount(); }
-        qreal rowTop(int row) const { return layout.lineAt(row).y(); }
+        qreal rowTop(int row) const { return row < rows() ? layout.lineAt(row).y() : height; }
     };
 
     LineLayouts(const LineStore &store, const Highlighter &highlighter);

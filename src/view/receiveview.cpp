@@ -480,12 +480,11 @@ bool ReceiveView::event(QEvent *event)
     // The view's own keys win over shortcuts of the window (Edit > Find).
     if (event->type() == QEvent::ShortcutOverride) {
         auto *key = static_cast<QKeyEvent *>(event);
-        for (QKeySequence::StandardKey own : {QKeySequence::Copy, QKeySequence::SelectAll, QKeySequence::Find,
-                                              QKeySequence::FindNext, QKeySequence::FindPrevious}) {
-            if (key->matches(own)) {
-                event->accept();
-                return true;
-            }
+        const bool own = key->matches(QKeySequence::Copy) || key->matches(QKeySequence::SelectAll)
+            || key->matches(QKeySequence::Find) || key->key() == Qt::Key_F3;
+        if (own) {
+            event->accept();
+            return true;
         }
     }
     return QAbstractScrollArea::event(event);
@@ -499,10 +498,12 @@ void ReceiveView::keyPressEvent(QKeyEvent *event)
         selectAll();
     } else if (event->matches(QKeySequence::Find)) {
         openFindBar();
-    } else if (event->matches(QKeySequence::FindNext)) {
-        findNext();
-    } else if (event->matches(QKeySequence::FindPrevious)) {
-        findPrevious();
+    } else if (event->key() == Qt::Key_F3) {
+        // Only F3: Ctrl+G, Find Next elsewhere, goes to the device as BEL.
+        if (event->modifiers() & Qt::ShiftModifier)
+            findPrevious();
+        else
+            findNext();
     } else if (moveCursor(event)) {
         // Shift with a movement key: the selection grew or shrank.
     } else {

@@ -654,41 +654,32 @@ void ReceiveView::searchChanged()
         viewport()->update();
         return;
     }
-    const StoreSearch search(store, matcher);
-    TextMatch match = search.next(hasSelection() ? selectionStart() : positionOf(top));
-    if (!match.isValid())
-        match = search.next(store.begin());
-    showMatch(match);
+    showMatch(hasSelection() ? selectionStart() : positionOf(top), false);
 }
 
 void ReceiveView::findNext()
 {
-    if (!finder->isVisible() || !matcher.isUsable()) {
+    if (finder->isVisible() && matcher.isUsable())
+        showMatch(hasSelection() ? selectionEnd() : positionOf(top), false);
+    else
         openFindBar();
-        return;
-    }
-    const StoreSearch search(store, matcher);
-    TextMatch match = search.next(hasSelection() ? selectionEnd() : positionOf(top));
-    if (!match.isValid())
-        match = search.next(store.begin());
-    showMatch(match);
 }
 
 void ReceiveView::findPrevious()
 {
-    if (!finder->isVisible() || !matcher.isUsable()) {
+    if (finder->isVisible() && matcher.isUsable())
+        showMatch(hasSelection() ? selectionStart() : positionOf(top), true);
+    else
         openFindBar();
-        return;
-    }
-    const StoreSearch search(store, matcher);
-    TextMatch match = search.previous(hasSelection() ? selectionStart() : positionOf(top));
-    if (!match.isValid())
-        match = search.previous(store.end());
-    showMatch(match);
 }
 
-void ReceiveView::showMatch(const TextMatch &match)
+// The match from the place on (or before it), wrapping around the ends.
+void ReceiveView::showMatch(qint64 from, bool backward)
 {
+    const StoreSearch search(store, matcher);
+    TextMatch match = backward ? search.previous(from) : search.next(from);
+    if (!match.isValid())
+        match = backward ? search.previous(store.end()) : search.next(store.begin());
     if (match.isValid()) {
         select(match.start, match.end());
         reveal(match.start, true);

@@ -116,7 +116,7 @@ private:
     QVector<QTextLayout::FormatRange> overlays(const LineLayouts::Line &line) const;
 
     void searchChanged();
-    void showMatch(const TextMatch &match);
+    void showMatch(qint64 from, bool backward);
     void updateFindCount();
     void placeFindBar();
 

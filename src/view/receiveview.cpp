@@ -30,6 +30,7 @@ bool isWordCharacter(QChar c)
 ReceiveView::ReceiveView(QWidget *parent)
     : QAbstractScrollArea(parent)
     , layouts(store, highlighter)
+    , rowMap(store, layouts)
     , finder(new FindBar(this))
     , actions(new ViewActions(this))
     , dragScroll(new QTimer(this))
@@ -142,11 +143,17 @@ void ReceiveView::setHighlightRules(const HighlightRuleList &rules)
 // ---------------------------------------------------------------------------
 // Places and scrolling
 
-const LineLayouts::Line &ReceiveView::layout(qint64 line)
+// Layouts are made for the view's font, width and palette as they are now.
+void ReceiveView::prepareLayouts()
 {
     layouts.setGeometry(font(), qMax(1, viewport()->width() - 2 * margin), viewport());
     layouts.setPalette(palette());
-    return layouts.line(line);
+}
+
+RowMap &ReceiveView::rows()
+{
+    prepareLayouts();
+    return rowMap;
 }
 
 qreal ReceiveView::rowHeight() const
@@ -162,72 +169,12 @@ int ReceiveView::pageRows() const
 // Where the first row is when the last row is at the bottom.
 ReceiveView::Place ReceiveView::endPlace()
 {
-    const qreal room = viewport()->height() - 2 * margin;
-    qreal used = 0;
-    Place place{store.lastLine(), 0};
-    for (qint64 n = store.lastLine(); n >= store.firstLine(); --n) {
-        const LineLayouts::Line &line = layout(n);
-        for (int row = line.rows() - 1; row >= 0; --row) {
-            const qreal height = line.layout.lineAt(row).height();
-            if (used > 0 && used + height > room)
-                return place;
-            used += height;
-            place = {n, row};
-        }
-    }
-    return place;
-}
-
-ReceiveView::Place ReceiveView::moved(Place place, int rows)
-{
-    for (; rows > 0; --rows) {
-        if (place.row + 1 < layout(place.line).rows())
-            ++place.row;
-        else if (place.line < store.lastLine())
-            place = {place.line + 1, 0};
-        else
-            break;
-    }
-    for (; rows < 0; ++rows) {
-        if (place.row > 0)
-            --place.row;
-        else if (place.line > store.firstLine())
-            place = {place.line - 1, layout(place.line - 1).rows() - 1};
-        else
-            break;
-    }
-    return place;
-}
-
-ReceiveView::Place ReceiveView::placeOf(qint64 position)
-{
-    const qint64 line = store.lineAt(position);
-    const LineLayouts::Line &lines = layout(line);
-    const QTextLine row = lines.layout.lineForTextPosition(int(position - lines.start));
-    return {line, row.isValid() ? row.lineNumber() : lines.rows() - 1};
-}
-
-qint64 ReceiveView::positionOf(const Place &place)
-{
-    const LineLayouts::Line &line = layout(place.line);
-    return line.start + line.layout.lineAt(place.row).textStart();
+    return rows().endPlace(viewport()->height() - 2 * margin);
 }
 
 qint64 ReceiveView::positionAt(const QPointF &point)
 {
-    qreal y = margin - layout(top.line).rowTop(top.row);
-    for (qint64 n = top.line; n <= store.lastLine(); ++n) {
-        const LineLayouts::Line &line = layout(n);
-        if (point.y() < y + line.height) {
-            for (int r = 0; r < line.rows(); ++r) {
-                const QTextLine row = line.layout.lineAt(r);
-                if (point.y() < y + row.y() + row.height() || r + 1 == line.rows())
-                    return line.start + row.xToCursor(point.x() - margin);
-            }
-        }
-        y += line.height;
-    }
-    return store.end();
+    return rows().positionAt(top, point - QPointF(margin, margin));
 }
 
 // The bar counts lines; its last step is the end place itself, which may lie
@@ -241,14 +188,7 @@ void ReceiveView::placeTop(bool atEnd)
 {
     placeStale = false;
     const Place end = endPlace();
-    Place place = top;
-    if (atEnd || place.line > store.lastLine())
-        place = end;
-    else if (place.line < store.firstLine())
-        place = {store.firstLine(), 0};
-    else
-        place.row = qMin(place.row, layout(place.line).rows() - 1);
-    top = qMin(place, end);
+    top = atEnd ? end : qMin(rows().clamped(top), end);
     following = top == end;
     syncScrollBar(end);
     layouts.trim();
@@ -285,25 +225,22 @@ void ReceiveView::scrollContentsBy(int, int)
     viewport()->update();
 }
 
-void ReceiveView::scrollRows(int rows)
+void ReceiveView::scrollRows(int count)
 {
-    setTop(moved(top, rows));
+    setTop(rows().moved(top, count));
 }
 
 void ReceiveView::reveal(qint64 position, bool centre)
 {
-    const Place place = placeOf(position);
-    if (!centre) {
-        if (place < top) {
-            setTop(place);
-            return;
-        }
-        if (moved(top, pageRows() - 1) < place)
-            setTop(moved(place, 1 - pageRows()));
-        return;
-    }
-    if (place < top || moved(top, pageRows() - 1) < place)
-        setTop(moved(place, -pageRows() / 3));
+    RowMap &map = rows();
+    const Place place = map.placeOf(position);
+    const bool below = map.moved(top, pageRows() - 1) < place;
+    if (centre && (place < top || below))
+        setTop(map.moved(place, -pageRows() / 3));
+    else if (!centre && place < top)
+        setTop(place);
+    else if (!centre && below)
+        setTop(map.moved(place, 1 - pageRows()));
 }
 
 void ReceiveView::wheelEvent(QWheelEvent *event)
@@ -327,12 +264,13 @@ void ReceiveView::paintEvent(QPaintEvent *event)
 {
     if (placeStale)
         placeTop(following);
+    prepareLayouts();
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Text));
     const QRectF clip = event->rect();
-    qreal y = margin - layout(top.line).rowTop(top.row);
+    qreal y = margin - layouts.line(top.line).rowTop(top.row);
     for (qint64 n = top.line; n <= store.lastLine() && y < clip.bottom(); ++n) {
-        const LineLayouts::Line &line = layout(n);
+        const LineLayouts::Line &line = layouts.line(n);
         if (y + line.height >= clip.top())
             line.layout.draw(&painter, QPointF(margin, y), overlays(line), clip);
         y += line.height;
@@ -550,45 +488,27 @@ bool ReceiveView::moveCursor(const QKeyEvent *event)
     if (!(modifiers & Qt::ShiftModifier) || (modifiers & ~(Qt::ShiftModifier | Qt::ControlModifier)))
         return false;
     const bool control = modifiers & Qt::ControlModifier;
-    if (!hasSelection() && (cursor < positionOf(top) || moved(top, pageRows()) < placeOf(cursor)))
-        anchor = cursor = positionOf(top);
+    RowMap &map = rows();
+    // Without a selection, keys select from the top of the page when the
+    // last click is off screen.
+    if (!hasSelection() && (cursor < map.positionOf(top) || map.moved(top, pageRows()) < map.placeOf(cursor)))
+        anchor = cursor = map.positionOf(top);
     qint64 to = cursor;
     switch (event->key()) {
     case Qt::Key_Left: to = qMax(store.begin(), cursor - 1); break;
     case Qt::Key_Right: to = qMin(store.end(), cursor + 1); break;
-    case Qt::Key_Up: to = rowMove(cursor, -1); break;
-    case Qt::Key_Down: to = rowMove(cursor, 1); break;
-    case Qt::Key_PageUp: to = rowMove(cursor, 1 - pageRows()); break;
-    case Qt::Key_PageDown: to = rowMove(cursor, pageRows() - 1); break;
-    case Qt::Key_Home: to = control ? store.begin() : positionOf(placeOf(cursor)); break;
-    case Qt::Key_End: {
-        if (control) {
-            to = store.end();
-            break;
-        }
-        const Place place = placeOf(cursor);
-        const LineLayouts::Line &line = layout(place.line);
-        const QTextLine row = line.layout.lineAt(place.row);
-        to = qMin(line.end, line.start + row.textStart() + row.textLength());
-        break;
-    }
+    case Qt::Key_Up: to = map.rowMove(cursor, -1); break;
+    case Qt::Key_Down: to = map.rowMove(cursor, 1); break;
+    case Qt::Key_PageUp: to = map.rowMove(cursor, 1 - pageRows()); break;
+    case Qt::Key_PageDown: to = map.rowMove(cursor, pageRows() - 1); break;
+    case Qt::Key_Home: to = control ? store.begin() : map.positionOf(map.placeOf(cursor)); break;
+    case Qt::Key_End: to = control ? store.end() : map.rowEnd(cursor); break;
     default:
         return false;
     }
     select(anchor, to);
     reveal(to, false);
     return true;
-}
-
-// The position rows above or below, as near as the text allows to the same x.
-qint64 ReceiveView::rowMove(qint64 position, int rows)
-{
-    const Place from = placeOf(position);
-    const LineLayouts::Line &line = layout(from.line);
-    const qreal x = line.layout.lineAt(from.row).cursorToX(int(position - line.start));
-    const Place to = moved(from, rows);
-    const LineLayouts::Line &target = layout(to.line);
-    return target.start + target.layout.lineAt(to.row).xToCursor(x);
 }
 
 // ---------------------------------------------------------------------------
@@ -654,13 +574,13 @@ void ReceiveView::searchChanged()
         viewport()->update();
         return;
     }
-    showMatch(hasSelection() ? selectionStart() : positionOf(top), false);
+    showMatch(hasSelection() ? selectionStart() : rows().positionOf(top), false);
 }
 
 void ReceiveView::findNext()
 {
     if (finder->isVisible() && matcher.isUsable())
-        showMatch(hasSelection() ? selectionEnd() : positionOf(top), false);
+        showMatch(hasSelection() ? selectionEnd() : rows().positionOf(top), false);
     else
         openFindBar();
 }
@@ -668,7 +588,7 @@ void ReceiveView::findNext()
 void ReceiveView::findPrevious()
 {
     if (finder->isVisible() && matcher.isUsable())
-        showMatch(hasSelection() ? selectionStart() : positionOf(top), true);
+        showMatch(hasSelection() ? selectionStart() : rows().positionOf(top), true);
     else
         openFindBar();
 }

@@ -6,6 +6,7 @@
 #include "view/highlightrules.h"
 #include "view/linelayouts.h"
 #include "view/linestore.h"
+#include "view/rowmap.h"
 #include "view/textsearch.h"
 
 class FindBar;
@@ -82,27 +83,19 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    // The first row on screen: a row of one of the store's lines.
-    struct Place {
-        qint64 line = 0;
-        int row = 0;
-        bool operator==(const Place &o) const { return line == o.line && row == o.row; }
-        bool operator<(const Place &o) const { return line < o.line || (line == o.line && row < o.row); }
-    };
+    using Place = RowMap::Place;
 
-    const LineLayouts::Line &layout(qint64 line);
+    void prepareLayouts();
+    RowMap &rows();
     qreal rowHeight() const;
     int pageRows() const;
     Place endPlace();
-    Place moved(Place place, int rows);
-    Place placeOf(qint64 position);
-    qint64 positionOf(const Place &place);
     qint64 positionAt(const QPointF &point);
     int barMaximum(const Place &end) const;
     void placeTop(bool atEnd);
     void setTop(Place place);
     void syncScrollBar(const Place &end);
-    void scrollRows(int rows);
+    void scrollRows(int count);
     // Scrolls as little as needed, or puts the row a third down the page.
     void reveal(qint64 position, bool centre);
 
@@ -110,7 +103,6 @@ private:
     qint64 selectionEnd() const { return qMax(anchor, cursor); }
     void select(qint64 from, qint64 to);
     bool moveCursor(const QKeyEvent *event);
-    qint64 rowMove(qint64 position, int rows);
     void dragTo(const QPointF &point);
     void keepInStore();
     QVector<QTextLayout::FormatRange> overlays(const LineLayouts::Line &line) const;
@@ -123,12 +115,13 @@ private:
     LineStore store;
     Highlighter highlighter;
     LineLayouts layouts;
+    RowMap rowMap;
     FindBar *finder;
     ViewActions *actions;
     TextMatcher matcher;
     MatchTally tally;
 
-    Place top;
+    Place top;   // the first row on screen
     bool following = true;
     bool scrollToEndOnce = false;
     bool changed = false;

@@ -1,5 +1,8 @@
 #include "session/chunkrenderer.h"
 
+#include <array>
+#include <cstring>
+
 #include "common/logging.h"
 #include "session/datalog.h"
 
@@ -7,32 +10,38 @@ namespace {
 
 const QString lineFeed = QStringLiteral("\n");
 
-// Drops the second character of every pair "first second", left to right,
-// or the first one when keepFirst is false.
-void dropFromPairs(QString &text, QChar first, QChar second, bool keepFirst)
+// Drops every carriage return that a line feed follows (or, with
+// feedBefore, precedes), jumping from one carriage return to the next.
+void dropCarriageReturns(QString &text, bool feedBefore)
 {
-    QChar *out = text.data();
-    const QChar *in = out;
-    const QChar *end = in + text.size();
-    while (in < end) {
-        if (*in == first && in + 1 < end && in[1] == second) {
-            *out++ = keepFirst ? first : second;
-            in += 2;
-        } else {
-            *out++ = *in++;
-        }
+    const qsizetype size = text.size();
+    QChar *data = nullptr;
+    qsizetype write = 0;
+    qsizetype read = 0;
+    for (qsizetype cr = text.indexOf(QLatin1Char('\r')); cr >= 0; cr = text.indexOf(QLatin1Char('\r'), cr + 1)) {
+        const QChar *original = text.constData();
+        const bool paired = feedBefore ? cr > 0 && original[cr - 1] == QLatin1Char('\n')
+                                       : cr + 1 < size && original[cr + 1] == QLatin1Char('\n');
+        if (!paired)
+            continue;
+        if (!data)
+            data = text.data();
+        std::memmove(data + write, data + read, (cr - read) * sizeof(QChar));
+        write += cr - read;
+        read = cr + 1;
     }
-    text.truncate(out - text.constData());
+    if (!data)
+        return;
+    std::memmove(data + write, data + read, (size - read) * sizeof(QChar));
+    text.truncate(write + size - read);
 }
 
 // "\r\n" becomes "\n", then "\n\r" becomes "\n": two passes, as two replacements
 // would do, without searching for the pairs with a matcher built per chunk.
 QString foldLineBreaks(QString text)
 {
-    if (!text.contains(QLatin1Char('\r')))
-        return text;
-    dropFromPairs(text, QLatin1Char('\r'), QLatin1Char('\n'), false);
-    dropFromPairs(text, QLatin1Char('\n'), QLatin1Char('\r'), true);
+    dropCarriageReturns(text, false);
+    dropCarriageReturns(text, true);
     return text;
 }
 
@@ -40,14 +49,19 @@ QString foldLineBreaks(QString text)
 
 QString toHexString(const QByteArray &bytes)
 {
-    static const char digits[] = "0123456789ABCDEF";
+    // Every byte's three characters, copied whole.
+    static const auto table = [] {
+        static const char digits[] = "0123456789ABCDEF";
+        std::array<std::array<char16_t, 3>, 256> forms {};
+        for (int value = 0; value < 256; ++value)
+            forms[size_t(value)] = {char16_t(digits[value >> 4]), char16_t(digits[value & 0x0F]), u' '};
+        return forms;
+    }();
     QString text(bytes.size() * 3, Qt::Uninitialized);
-    QChar *out = text.data();
+    char16_t *out = reinterpret_cast<char16_t *>(text.data());
     for (const char byte : bytes) {
-        const auto value = quint8(byte);
-        *out++ = QLatin1Char(digits[value >> 4]);
-        *out++ = QLatin1Char(digits[value & 0x0F]);
-        *out++ = QLatin1Char(' ');
+        std::memcpy(out, table[quint8(byte)].data(), 3 * sizeof(char16_t));
+        out += 3;
     }
     return text;
 }

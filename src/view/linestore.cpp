@@ -1,6 +1,37 @@
 #include "view/linestore.h"
 
-#include <QStringEncoder>
+#include <cstring>
+
+namespace {
+
+// Copies text one byte a character; false when a character does not fit
+// Latin-1 (out is then written all the same). Blocks of a fixed size, on
+// copies that alias nothing, let the compiler use vector instructions.
+bool copyLatin1(QStringView text, char *out)
+{
+    constexpr qsizetype block = 16;
+    const char16_t *in = text.utf16();
+    const qsizetype size = text.size();
+    char16_t any = 0;
+    qsizetype i = 0;
+    for (; i + block <= size; i += block) {
+        char16_t wide[block];
+        char narrow[block];
+        std::memcpy(wide, in + i, sizeof wide);
+        for (qsizetype k = 0; k < block; ++k) {
+            any |= wide[k];
+            narrow[k] = char(wide[k]);
+        }
+        std::memcpy(out + i, narrow, sizeof narrow);
+    }
+    for (; i < size; ++i) {
+        any |= in[i];
+        out[i] = char(in[i]);
+    }
+    return any < 0x100;
+}
+
+} // namespace
 
 #include <algorithm>
 
@@ -14,9 +45,7 @@ void LineStore::Chunk::append(QStringView text)
     if (!wide) {
         const qsizetype old = latin1.size();
         latin1.resize(old + text.size());
-        QStringEncoder toLatin1(QStringConverter::Latin1);
-        toLatin1.appendToBuffer(latin1.data() + old, text);
-        if (!toLatin1.hasError())
+        if (copyLatin1(text, latin1.data() + old))
             return;
         latin1.truncate(old);
         utf16.reserve(ChunkSize);

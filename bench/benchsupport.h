@@ -18,19 +18,36 @@
 #include <malloc.h>
 #endif
 
-// Peak resident memory of the process in MiB, or -1 when unknown.
-inline double peakResidentMiB()
+// A memory figure of /proc/self/status ("VmRSS:", "VmHWM:") in MiB, or -1.
+inline double statusMiB(const char *field)
 {
 #ifdef Q_OS_LINUX
     QFile status(QStringLiteral("/proc/self/status"));
     if (status.open(QIODevice::ReadOnly)) {
         const QList<QByteArray> lines = status.readAll().split('\n');
         for (const QByteArray &line : lines) {
-            if (line.startsWith("VmHWM:"))
-                return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
+            if (line.startsWith(field))
+                return line.mid(qstrlen(field)).trimmed().split(' ').first().toDouble() / 1024.0;
         }
     }
+#else
+    Q_UNUSED(field)
 #endif
+    return -1;
+}
+
+// Resident memory of the process now in MiB, or -1 when unknown.
+inline double residentMiB()
+{
+    return statusMiB("VmRSS:");
+}
+
+// Peak resident memory of the process in MiB, or -1 when unknown.
+inline double peakResidentMiB()
+{
+    const double peak = statusMiB("VmHWM:");
+    if (peak >= 0)
+        return peak;
 #ifdef Q_OS_UNIX
     rusage usage {};
     if (getrusage(RUSAGE_SELF, &usage) == 0) {

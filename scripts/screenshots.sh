@@ -10,6 +10,8 @@
 #   reconnect-waiting.png, reconnect-back.png
 #                      a session reconnecting by itself: its device
 #                      unplugged, then back; the link options in its panel
+#   find.png           a session with highlight rules, searching with the find bar
+#   find-2x.png        the same at QT_SCALE_FACTOR=2
 #   send-tools.png     one session with macros, hex send and a marked typo
 #   macro-editor.png   its macro editor
 #   sixteen-grid.png   sixteen sessions in a grid, the document named on the
@@ -209,6 +211,34 @@ if command -v socat >/dev/null; then
     sleep 2
     shot plot.png
     quit_app
+
+    # Highlight rules ("error" red, "warn" amber, "OK" green matches only)
+    # and the find bar looking for "timeout", at normal size and doubled.
+    doc="$work/find.qvn"
+    printf '[General]\nPortNumber=1\nColumnNumber=1\nQuickView=true\n[0]\nPortName=%s\nBaudRate=115200\nDataBits=8\nStopBits=1\nReceiveMsgForamt=2\nLogFontFamily=Monospace\nLogFontSize=10\n' \
+        "$work/ttyA" > "$doc"
+    cat >> "$doc" <<'DOC'
+HighlightRules="[{\"pattern\":\"error\",\"colour\":\"#d02020\"},{\"pattern\":\"warn\",\"colour\":\"#c88000\"},{\"pattern\":\"OK\",\"matchCase\":true,\"wholeLine\":false,\"colour\":\"#209030\"}]"
+DOC
+    sed -i "s|^RecentFiles=.*|RecentFiles=$doc|" "$store"
+    for scale in 1 2; do
+        QT_SCALE_FACTOR=$scale "$app" & pid=$!
+        wait_window 'find'
+        xdotool windowmove "$id" 0 0 windowsize "$id" 1300 900
+        awk 'BEGIN { for (i = 0; i < 120; i++) {
+            s = sprintf("12:%02d:%02d", i / 60, i % 60)
+            if (i % 17 == 5) printf "%s error: sensor %d timeout\r\n", s, i % 4
+            else if (i % 11 == 3) printf "%s warn: battery %d%%\r\n", s, 40 - i / 4
+            else printf "%s temp=%.1f hum=%d%% OK\r\n", s, 20 + (i % 9) / 3, 40 + i % 7 } }' > "$work/ttyB"
+        sleep 2
+        xdotool key ctrl+f
+        sleep 0.5
+        xdotool type --delay 30 'timeout'
+        xdotool key Return Return
+        sleep 1
+        [[ $scale == 1 ]] && shot find.png || shot find-2x.png
+        quit_app
+    done
     kill "$socat_pid"
     wait "$socat_pid" 2>/dev/null || true
 

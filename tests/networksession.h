@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "session/serialportwidget.h"
+#include "view/receiveview.h"
 
 constexpr int waitMs = 5000;
 
@@ -58,7 +59,7 @@ public:
     void setPort(const QString &text) { box("parityServerPortBox")->setCurrentText(text); }
     void setPort(quint16 port) { setPort(QString::number(port)); }
     void setLocalPort(quint16 port) { box("stopBitsClientAddressBox")->setCurrentText(QString::number(port)); }
-    QString viewText() const { return child<QPlainTextEdit>("receiveView")->toPlainText(); }
+    QString viewText() const { return session->receiveView()->toPlainText(); }
     QString status() const { return session->connectionStatusText(); }
 
     // Types the text into the send box and presses the send button.

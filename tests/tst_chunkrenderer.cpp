@@ -31,6 +31,8 @@ private slots:
     {
         QCOMPARE(toHexString(QByteArray::fromHex("0aff")), QString("0A FF "));
         QCOMPARE(decodeByteArray("a\r\nb\n\rc", ASCII), QString("a\nb\nc"));
+        // As two replacements in turn: "\r\n" first, then "\n\r".
+        QCOMPARE(decodeByteArray("\r\r\n\r|\n\r\n|\n\r\r", ASCII), QString("\r\n|\n\n|\n\r"));
         QCOMPARE(decodeByteArray("A", HEX), QString("41 "));
         QCOMPARE(decodeByteArray("A", 7), QString("41 "));
     }

@@ -3,6 +3,8 @@
 
 #include "scriptedwindow.h"
 #include "testsupport.h"
+#include "view/findbar.h"
+#include "view/receiveview.h"
 #include "workspace/sessiontitlebar.h"
 
 class TestMainWindow : public QObject
@@ -149,6 +151,9 @@ private slots:
         middle->pushByteArray("abc", true, RX);
         QTest::keyClick(&window, Qt::Key_L, Qt::ControlModifier);
         QCOMPARE(middle->receivedBytes(), 0);
+        QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(middle->receiveView()->findBar()->isVisible());
+        QVERIFY(!window.session(0)->receiveView()->findBar()->isVisible());
         QPointer<SerialPortWidget> closed = middle;
         QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
         QVERIFY(closed.isNull());

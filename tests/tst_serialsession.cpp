@@ -9,6 +9,7 @@
 
 #include "send/filesender.h"
 #include "session/serialportwidget.h"
+#include "view/receiveview.h"
 #include "testsupport.h"
 
 // A port session against a real virtual serial pair: the session opens one
@@ -237,7 +238,7 @@ private slots:
         session->show();
         QVERIFY(QTest::qWaitForWindowExposed(session.get()));
         session->activateWindow();
-        auto *view = child<QPlainTextEdit>("receiveView");
+        auto *view = session->receiveView();
         view->setFocus();
         QTRY_VERIFY(view->hasFocus());
         QTest::keyClick(view, Qt::Key_A, Qt::NoModifier);
@@ -251,7 +252,7 @@ private slots:
 
 private:
     template<typename T> T *child(const char *name) { return session->findChild<T *>(QString::fromLatin1(name)); }
-    QString viewText() { return child<QPlainTextEdit>("receiveView")->toPlainText(); }
+    QString viewText() { return session->receiveView()->toPlainText(); }
     // What the peer reads until it has count bytes or the time is up.
     QByteArray readPeer(int count, int timeout = 3000)
     {

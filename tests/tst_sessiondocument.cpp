@@ -52,6 +52,9 @@ private slots:
         format.LogRotateSize = 5 << 20;
         format.LogRotateTime = QTime(3, 4, 5);
         format.RawLog = format.RawLogSent = true;
+        format.View.hexAscii = format.View.ansiColours = true;
+        format.View.highlightRules = {{{QStringLiteral("err|fail"), true, true}, QColor(Qt::red), false},
+                                      {{QStringLiteral("warn")}, QColor(0xc8, 0x80, 0x00), true}};
         const QString name = dir.filePath(QStringLiteral("roundtrip.qvn"));
         {
             QSettings file(name, QSettings::IniFormat);
@@ -64,6 +67,7 @@ private slots:
         SessionDocument::readSession(file, 3, readPort, readFormat);
         QCOMPARE(kept(readPort, readFormat), kept(port, format));
         QVERIFY(readPort.link == port.link);
+        QVERIFY(readFormat.View == format.View);
         // Read over records that have them set, so the document must turn them off.
         SessionDocument::readSession(file, 3, port, format);
         QCOMPARE(flagsAndRotation(format), QList<bool>(10, false));
@@ -87,6 +91,7 @@ private slots:
         QVERIFY(port.link == LinkSettings());   // a document from before reconnecting
         QCOMPARE(format.LogRotateSize, 2 << 20);
         QCOMPARE(format.LogRotateTime, QTime(3, 0));
+        QVERIFY(format.View == ViewSettings());   // a document from before the view's own keys
     }
 
     void hosts_data()

@@ -2,11 +2,11 @@
 
 #include <QDir>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QSerialPort>
 
 #include "session/datalog.h"
 #include "session/serialportwidget.h"
+#include "view/receiveview.h"
 #include "testsupport.h"
 
 // The data log as the session drives it: rendering for the log, stamps,
@@ -60,7 +60,7 @@ private slots:
         QTest::qWait(60);
         show("\x02");
         session->stop();
-        QCOMPARE(session->findChild<QPlainTextEdit *>("receiveView")->toPlainText(), QString("01 \n02 "));
+        QCOMPARE(session->receiveView()->toPlainText(), QString("01 \n02 "));
         QCOMPARE(logged("hex.log"), QString("01 02 "));
     }
 

@@ -32,6 +32,7 @@
 #include "session/serialportwidget.h"
 #include "tools/asciicode.h"
 #include "tools/toolbox.h"
+#include "view/receiveview.h"
 #include "workspace/sessiontitlebar.h"
 
 namespace {
@@ -80,6 +81,7 @@ MainWindow::MainWindow(QWidget *parent, const QString &startDocument)
 
     ui->menuDebug->menuAction()->setVisible(false);
     addPlotAction();
+    addFindAction();
 
     appendSession();
     ui->acViewQuickSettings->setChecked(true);
@@ -1097,5 +1099,19 @@ void MainWindow::addPlotAction()
     connect(plotAction, &QAction::triggered, this, [this](bool on) {
         for (int i = 0; i < portCount; ++i)
             sessions[size_t(i)]->sessionPlot()->toggleAction()->setChecked(on);
+    });
+}
+
+// Edit > Find opens the find bar of the session in hand, or of the first.
+void MainWindow::addFindAction()
+{
+    auto *find = new QAction(tr("Find..."), this);
+    find->setObjectName(QStringLiteral("acEditFind"));
+    find->setShortcut(QKeySequence::Find);
+    ui->menu_Edit->insertAction(ui->menuLine_Mode->menuAction(), find);
+    ui->menu_Edit->insertSeparator(ui->menuLine_Mode->menuAction());
+    connect(find, &QAction::triggered, this, [this] {
+        SerialPortWidget *current = currentSession();
+        (current ? current : sessions[0])->receiveView()->openFindBar();
     });
 }

@@ -126,6 +126,7 @@ private slots:
 
 private:
     void addPlotAction();
+    void addFindAction();
     static QString documentFilter();
     void createRecentFileActions();
     void adoptWorkspaceIntoScrollArea();

@@ -97,6 +97,7 @@ Preferences Preferences::read(const QSettings &store)
     p.macros = macrosFromText(value("SendMacros").toString());
     p.plot = PlotSettings::read(store, QStringLiteral("Last"));
     p.link = LinkSettings::read(store, QStringLiteral("Last"));
+    p.view = ViewSettings::read(store, QStringLiteral("Last"));
     p.language = value("ValueL", d.language).toInt();
     return p;
 }
@@ -150,6 +151,7 @@ void Preferences::write(QSettings &store) const
     set("SendMacros", macrosToText(macros));
     plot.write(store, QStringLiteral("Last"));
     link.write(store, QStringLiteral("Last"));
+    view.write(store, QStringLiteral("Last"));
     set("RecentFiles", recentFiles);
     set("LastFile", lastFile);
     set("LastLogFile", lastLogFile);
@@ -200,6 +202,7 @@ void Preferences::applyTo(PortSettings &port, FormatSetting &format) const
     format.RawLogSent = rawLogSent;
     format.Macros = macros;
     format.Plot = plot;
+    format.View = view;
 }
 
 void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format)
@@ -249,6 +252,7 @@ void Preferences::takeFrom(const PortSettings &port, const FormatSetting &format
     rawLogSent = format.RawLogSent;
     macros = format.Macros;
     plot = format.Plot;
+    view = format.View;
 }
 
 bool Preferences::chineseChecked(int language, const QString &systemLocaleName)

@@ -59,6 +59,7 @@ struct Preferences {
     SendMacroList macros;
     PlotSettings plot;
     LinkSettings link;
+    ViewSettings view;
     bool openLastConnection = false;
     QStringList recentFiles;
     QString lastFile;

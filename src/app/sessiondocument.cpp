@@ -172,6 +172,7 @@ void writeSession(QSettings &file, int i, const PortSettings &port, const Format
     file.setValue(key(i, "ConnMode"), port.connMode);
     format.Plot.write(file, QStringLiteral("%1/").arg(i));
     port.link.write(file, QStringLiteral("%1/").arg(i));
+    format.View.write(file, QStringLiteral("%1/").arg(i));
     report(progress, 100);
 }
 
@@ -231,6 +232,7 @@ void readSession(const QSettings &file, int i, PortSettings &port, FormatSetting
     port.connMode = file.value(key(i, "ConnMode")).toInt();
     format.Plot = PlotSettings::read(file, QStringLiteral("%1/").arg(i));
     port.link = LinkSettings::read(file, QStringLiteral("%1/").arg(i));
+    format.View = ViewSettings::read(file, QStringLiteral("%1/").arg(i));
 }
 
 QString joinHosts(const QStringList &hosts)

@@ -1,5 +1,8 @@
 #include "session/chunkrenderer.h"
 
+#include <array>
+#include <cstring>
+
 #include "common/logging.h"
 #include "session/datalog.h"
 
@@ -7,10 +10,38 @@ namespace {
 
 const QString lineFeed = QStringLiteral("\n");
 
+// Drops every carriage return that a line feed follows (or, with
+// feedBefore, precedes), jumping from one carriage return to the next.
+void dropCarriageReturns(QString &text, bool feedBefore)
+{
+    const qsizetype size = text.size();
+    QChar *data = nullptr;
+    qsizetype write = 0;
+    qsizetype read = 0;
+    for (qsizetype cr = text.indexOf(QLatin1Char('\r')); cr >= 0; cr = text.indexOf(QLatin1Char('\r'), cr + 1)) {
+        const QChar *original = text.constData();
+        const bool paired = feedBefore ? cr > 0 && original[cr - 1] == QLatin1Char('\n')
+                                       : cr + 1 < size && original[cr + 1] == QLatin1Char('\n');
+        if (!paired)
+            continue;
+        if (!data)
+            data = text.data();
+        std::memmove(data + write, data + read, (cr - read) * sizeof(QChar));
+        write += cr - read;
+        read = cr + 1;
+    }
+    if (!data)
+        return;
+    std::memmove(data + write, data + read, (size - read) * sizeof(QChar));
+    text.truncate(write + size - read);
+}
+
+// "\r\n" becomes "\n", then "\n\r" becomes "\n": two passes, as two replacements
+// would do, without searching for the pairs with a matcher built per chunk.
 QString foldLineBreaks(QString text)
 {
-    text.replace(QStringLiteral("\r\n"), lineFeed);
-    text.replace(QStringLiteral("\n\r"), lineFeed);
+    dropCarriageReturns(text, false);
+    dropCarriageReturns(text, true);
     return text;
 }
 
@@ -18,14 +49,19 @@ QString foldLineBreaks(QString text)
 
 QString toHexString(const QByteArray &bytes)
 {
-    static const char digits[] = "0123456789ABCDEF";
+    // Every byte's three characters, copied whole.
+    static const auto table = [] {
+        static const char digits[] = "0123456789ABCDEF";
+        std::array<std::array<char16_t, 3>, 256> forms {};
+        for (int value = 0; value < 256; ++value)
+            forms[size_t(value)] = {char16_t(digits[value >> 4]), char16_t(digits[value & 0x0F]), u' '};
+        return forms;
+    }();
     QString text(bytes.size() * 3, Qt::Uninitialized);
-    QChar *out = text.data();
+    char16_t *out = reinterpret_cast<char16_t *>(text.data());
     for (const char byte : bytes) {
-        const auto value = quint8(byte);
-        *out++ = QLatin1Char(digits[value >> 4]);
-        *out++ = QLatin1Char(digits[value & 0x0F]);
-        *out++ = QLatin1Char(' ');
+        std::memcpy(out, table[quint8(byte)].data(), 3 * sizeof(char16_t));
+        out += 3;
     }
     return text;
 }
@@ -41,13 +77,12 @@ QString insertTimeStamp(QString text, const QString &stamp)
 {
     text = foldLineBreaks(std::move(text));
     const QString stampedBreak = lineFeed + stamp;
-    if (text.endsWith(lineFeed)) {
+    const bool endsWithBreak = text.endsWith(lineFeed);
+    if (endsWithBreak)
         text.chop(1);
-        text.replace(lineFeed, stampedBreak);
+    text.replace(QLatin1Char('\n'), stampedBreak);
+    if (endsWithBreak)
         text.append(lineFeed);
-    } else {
-        text.replace(lineFeed, stampedBreak);
-    }
     return text;
 }
 
@@ -111,7 +146,7 @@ QString ChunkRenderer::render(const rxData &chunk, const FormatSetting &format, 
 ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &chunk, const FormatSetting &format)
 {
     const QString &timeFormat = chunk.direction == RX ? format.RxTimeFormat : format.TxTimeFormat;
-    const QString stamp = format.DisplayMsgTime ? chunk.time.toString(timeFormat) : QString();
+    const QString stamp = format.DisplayMsgTime ? displayStamp(chunk.time, timeFormat) : QString();
 
     Piece piece;
     piece.text = render(chunk, format, format.DisplayMsgTime, stamp, isEndWithLineFeed, displayStreams);
@@ -127,6 +162,18 @@ ChunkRenderer::Piece ChunkRenderer::renderForDisplay(const rxData &chunk, const 
     isEndWithLineFeed = piece.text.endsWith(lineFeed);
     qCDebug(lcDefault) << "decodedLine: " << piece.text;
     return piece;
+}
+
+// Chunks read in one burst share their millisecond; the stamp is formatted
+// once for them.
+QString ChunkRenderer::displayStamp(const QTime &time, const QString &timeFormat)
+{
+    if (time != stampTime || timeFormat != stampFormat) {
+        stampTime = time;
+        stampFormat = timeFormat;
+        stampText = time.toString(timeFormat);
+    }
+    return stampText;
 }
 
 QString ChunkRenderer::renderForLog(const rxData &chunk, const FormatSetting &format)

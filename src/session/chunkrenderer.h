@@ -48,11 +48,16 @@ private:
     QString render(const rxData &chunk, const FormatSetting &format, bool stamped,
                    const QString &stamp, bool endsWithLineFeed, Utf8Streams &streams);
 
+    QString displayStamp(const QTime &time, const QString &timeFormat);
+
     Utf8Streams displayStreams;
     Utf8Streams logStreams;
     QTime lastFeedTime;           // shared by display and log, display first
     bool isEndWithLineFeed = true;
     bool isLogEndWithLineFeed = true;
+    QTime stampTime;
+    QString stampFormat;
+    QString stampText;
 };
 
 #endif

@@ -11,6 +11,7 @@
 #include "plot/plotsettings.h"
 #include "send/sendmacro.h"
 #include "transport/linksettings.h"
+#include "view/viewsettings.h"
 
 // How a port session connects. Copied whole into and out of the dialogs.
 struct PortSettings {
@@ -83,6 +84,7 @@ struct FormatSetting {
     QColor ReceiveTextColor;
 
     PlotSettings Plot;
+    ViewSettings View;
 };
 
 // A stored unit below 1 is read as 1 before it multiplies or divides.

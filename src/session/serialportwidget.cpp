@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTcpSocket>
@@ -33,12 +32,14 @@
 #include "session/controllinespanel.h"
 #include "session/sendencoder.h"
 #include "session/statustexts.h"
-#include "session/viewappender.h"
 #include "transport/reconnectpolicy.h"
 #include "transport/serialtransport.h"
 #include "transport/tcpclienttransport.h"
 #include "transport/tcpservertransport.h"
 #include "transport/udptransport.h"
+#include "view/receivefeed.h"
+#include "view/receiveview.h"
+#include "view/receiveviewoptions.h"
 #include "workspace/sessiontitlebar.h"
 
 namespace {
@@ -86,7 +87,12 @@ SerialPortWidget::SerialPortWidget(QWidget *parent)
     ui->verticalLayout->setStretchFactor(ui->splitter, 1);
     ui->splitter_data->setStretchFactor(0, 3);
     ui->splitter_data->setStretchFactor(1, 1);
-    viewAppender = new ViewAppender(ui->receiveView);
+    receiveFeed = new ReceiveFeed(ui->receiveView, &renderer);
+    viewOptions = new ReceiveViewOptions(ui->receiveGroupLayout, ui->hexRadio, this);
+    connect(ui->receiveView, &ReceiveView::highlightRulesEdited, this, [this] {
+        formatSetting.View.highlightRules = ui->receiveView->highlightRules();
+        emit settingsEdited();
+    });
     formatSetting.LogFont = ui->receiveView->font();
     formatSetting.SendInterval = ui->sendIntervelSB->value();
     initPlot();
@@ -114,7 +120,7 @@ SerialPortWidget::~SerialPortWidget()
     // reach a session that is half gone by then.
     for (Transport *link : links())
         link->disconnect(this);
-    delete viewAppender;
+    delete receiveFeed;
     delete ui;
 }
 
@@ -125,13 +131,12 @@ void SerialPortWidget::initPlot()
     plot = new SessionPlot(ui->receiveView, this);
     titleBar->addAction(plot->toggleAction());
     titleBar->setContextMenuPolicy(Qt::ActionsContextMenu);
-    ui->receiveView->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(ui->receiveView, &QWidget::customContextMenuRequested, this, [this](const QPoint &pos) {
-        QScopedPointer<QMenu> menu(ui->receiveView->createStandardContextMenu(pos));
-        menu->addSeparator();
-        menu->addAction(plot->toggleAction());
-        menu->exec(ui->receiveView->mapToGlobal(pos));
-    });
+    ui->receiveView->addContextAction(plot->toggleAction());
+}
+
+ReceiveView *SerialPortWidget::receiveView() const
+{
+    return ui->receiveView;
 }
 
 void SerialPortWidget::initTimers()
@@ -462,9 +467,7 @@ void SerialPortWidget::displayPortBuffer()
     QString logBatch;
     while (!rxDataList.isEmpty()) {
         const rxData chunk = rxDataList.dequeue();
-        const ChunkRenderer::Piece piece = renderer.renderForDisplay(chunk, formatSetting);
-        if (piece.show)
-            viewAppender->append(piece.text, piece.color);
+        receiveFeed->show(chunk, formatSetting);
         if (!formatSetting.LogSaveFlag)
             continue;
         if (!formatSetting.RawLog)
@@ -473,7 +476,7 @@ void SerialPortWidget::displayPortBuffer()
             dataLog.appendBytes(chunk.data);
     }
     const int defaultLimit = 10 << 20;
-    viewAppender->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);
+    ui->receiveView->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);
     if (formatSetting.LogSaveFlag) {
         dataLog.appendLog(logBatch);
         dataLog.writeAhead(formatSetting);
@@ -482,7 +485,7 @@ void SerialPortWidget::displayPortBuffer()
 
 void SerialPortWidget::clear()
 {
-    viewAppender->clear();
+    receiveFeed->clear();
     receivedCount = 0;
     sentCount = 0;
     renderer.restartDisplayLine();
@@ -1004,6 +1007,7 @@ void SerialPortWidget::copyPanelChecks()
     formatSetting.DisplaySendMsg = ui->displaySendBox->isChecked();
     formatSetting.DisplayMsgTime = ui->displayTimeBox->isChecked();
     formatSetting.SendMsgFormat = ui->asciiSendRaido->isChecked() ? ASCII : HEX;
+    viewOptions->copyTo(formatSetting.View);
 }
 
 void SerialPortWidget::refreshConnectionDisplay()
@@ -1287,6 +1291,7 @@ void SerialPortWidget::updateDisplay()
 
     ui->asciiRadio->setChecked(formatSetting.ReceiveMsgFormat != HEX);
     ui->hexRadio->setChecked(formatSetting.ReceiveMsgFormat == HEX);
+    viewOptions->show(formatSetting.View, formatSetting.ReceiveMsgFormat == HEX);
     ui->autoFeedBox->setChecked(formatSetting.AutoFeedLine);
     ui->displaySendBox->setChecked(formatSetting.DisplaySendMsg);
     ui->displayTimeBox->setChecked(formatSetting.DisplayMsgTime);
@@ -1310,5 +1315,6 @@ void SerialPortWidget::updateDisplay()
     serialLink->setRequestToSend(currentSettings.link.requestToSend);
     controlLines->setBreakDuration(currentSettings.link.breakDuration);
     controlLines->refresh();
+    ui->receiveView->setHighlightRules(formatSetting.View.highlightRules);
     panelBaseline = panelSignature();
 }

@@ -35,7 +35,9 @@ class MacroBar;
 class SendBoxController;
 class SessionTitleBar;
 class SessionPlot;
-class ViewAppender;
+class ReceiveFeed;
+class ReceiveView;
+class ReceiveViewOptions;
 
 namespace Ui {
 class SerialPortWidget;
@@ -98,6 +100,7 @@ public:
 
     SessionTitleBar *sessionTitleBar() const { return titleBar; }
     SessionPlot *sessionPlot() const { return plot; }
+    ReceiveView *receiveView() const;
 
     void updateSplitterSizes(const QList<int> &sizes);
     void setStatusBarVisible(bool visible);
@@ -221,7 +224,8 @@ private:
 
     QQueue<rxData> rxDataList;
     ChunkRenderer renderer;
-    ViewAppender *viewAppender = nullptr;
+    ReceiveFeed *receiveFeed = nullptr;
+    ReceiveViewOptions *viewOptions = nullptr;
     DataLog dataLog;
 
     SendBoxController *sendBoxController = nullptr;

@@ -195,6 +195,51 @@
     </message>
 </context>
 <context>
+    <name>FindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>查找</translation>
+    </message>
+    <message>
+        <source>Regular expression</source>
+        <translation>正则表达式</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>区分大小写</translation>
+    </message>
+    <message>
+        <source>Previous match (Shift+F3)</source>
+        <translation>上一个匹配 (Shift+F3)</translation>
+    </message>
+    <message>
+        <source>Next match (F3)</source>
+        <translation>下一个匹配 (F3)</translation>
+    </message>
+    <message>
+        <source>Close the find bar (Escape)</source>
+        <translation>关闭查找栏 (Esc)</translation>
+    </message>
+    <message>
+        <source>No matches</source>
+        <translation>无匹配</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>第 %1 个，共 %2 个</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n match(es)</source>
+        <translation>
+            <numerusform>%n 个匹配</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Invalid expression</source>
+        <translation>无效的表达式</translation>
+    </message>
+</context>
+<context>
     <name>HexInputMarker</name>
     <message>
         <source>1 byte: %1</source>
@@ -203,6 +248,61 @@
     <message>
         <source>%1 bytes: %2</source>
         <translation>%1 字节：%2</translation>
+    </message>
+</context>
+<context>
+    <name>HighlightRulesDialog</name>
+    <message>
+        <source>Highlight Rules</source>
+        <translation>高亮规则</translation>
+    </message>
+    <message>
+        <source>Pattern</source>
+        <translation>模式</translation>
+    </message>
+    <message>
+        <source>Regular expression</source>
+        <translation>正则表达式</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>区分大小写</translation>
+    </message>
+    <message>
+        <source>Whole line</source>
+        <translation>整行</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>颜色</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>下移</translation>
+    </message>
+    <message>
+        <source>Colour...</source>
+        <translation>颜色...</translation>
+    </message>
+    <message>
+        <source>Rule Colour</source>
+        <translation>规则颜色</translation>
+    </message>
+    <message>
+        <source>The pattern &quot;%1&quot; is not a valid regular expression: %2</source>
+        <translation>模式“%1”不是有效的正则表达式：%2</translation>
     </message>
 </context>
 <context>
@@ -677,6 +777,10 @@ Quit anyway?</source>
         <source>Plot</source>
         <translation>绘图</translation>
     </message>
+    <message>
+        <source>Find...</source>
+        <translation>查找...</translation>
+    </message>
 </context>
 <context>
     <name>MultiPortSettingDlg</name>
@@ -852,6 +956,32 @@ Quit anyway?</source>
     <message>
         <source>Channel %1</source>
         <translation>通道 %1</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiveView</name>
+    <message>
+        <source>Received data</source>
+        <translation>接收数据</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiveViewOptions</name>
+    <message>
+        <source>Hex+ASCII</source>
+        <translation>十六进制+ASCII</translation>
+    </message>
+    <message>
+        <source>ANSI Colours</source>
+        <translation>ANSI 颜色</translation>
+    </message>
+    <message>
+        <source>Received bytes in rows of 16: offset, hex bytes and their ASCII characters</source>
+        <translation>接收的字节每行 16 个：偏移、十六进制字节及其 ASCII 字符</translation>
+    </message>
+    <message>
+        <source>Draw the ANSI colour sequences a device sends as colours, without showing them</source>
+        <translation>将设备发送的 ANSI 颜色序列显示为颜色，序列本身不显示</translation>
     </message>
 </context>
 <context>
@@ -1527,6 +1657,43 @@ Quit anyway?</source>
     <message>
         <source>Calculate</source>
         <translation>计算</translation>
+    </message>
+</context>
+<context>
+    <name>ViewActions</name>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>全选</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>查找...</translation>
+    </message>
+    <message>
+        <source>Highlight Rules...</source>
+        <translation>高亮规则...</translation>
+    </message>
+    <message>
+        <source>Save view as...</source>
+        <translation>视图另存为...</translation>
+    </message>
+    <message>
+        <source>Save View As</source>
+        <translation>视图另存为</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>文本文件 (*.txt);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Could not save %1:
+%2</source>
+        <translation>无法保存 %1：
+%2</translation>
     </message>
 </context>
 </TS>

@@ -98,13 +98,16 @@ Result runCase(const Case &testCase, int chunkSize, qint64 totalBytes, int bytes
             offset += chunkSize;
             sent += chunkSize;
         }
-        QElapsedTimer tick;
-        tick.start();
-        const std::clock_t tickCpu = std::clock();
-        session.displayPortBuffer();
-        QApplication::processEvents();
-        result.longestTickMs = std::max(result.longestTickMs, tick.nsecsElapsed() / 1e6);
-        result.longestTickCpuMs = std::max(result.longestTickCpuMs, cpuMs(tickCpu));
+        // A refresh works off at most a tick's worth; the rest waits for the next.
+        do {
+            QElapsedTimer tick;
+            tick.start();
+            const std::clock_t tickCpu = std::clock();
+            session.displayPortBuffer();
+            QApplication::processEvents();
+            result.longestTickMs = std::max(result.longestTickMs, tick.nsecsElapsed() / 1e6);
+            result.longestTickCpuMs = std::max(result.longestTickCpuMs, cpuMs(tickCpu));
+        } while (session.queuedBytes() > 0);
         result.heldChars = std::max(result.heldChars, view->characterCount());
     }
     result.mbPerSecond = sent / 1e6 / (total.nsecsElapsed() / 1e9);

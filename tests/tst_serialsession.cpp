@@ -19,6 +19,8 @@ class TestSerialSession : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
+
     void init()
     {
         QUORVANE_REQUIRE_SOCAT();

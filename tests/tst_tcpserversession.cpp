@@ -29,6 +29,7 @@ private slots:
     void clientsAreListedAndAddressedInConnectOrder();
     void stopEmptiesTheListButDataStillArrivesAndStartListensAgain();
     void everyByteOfFiftyOfAHundredClientsArrivesInOrder();
+    void aFloodIsHeldBackInTheConnection();
 
 private:
     std::unique_ptr<QTcpSocket> connectClient()
@@ -155,6 +156,7 @@ void TestTcpServerSession::everyByteOfFiftyOfAHundredClientsArrivesInOrder()
 
     QTRY_COMPARE_WITH_TIMEOUT(session->receivedBytes(), total, 10000);
     QTRY_COMPARE(session->rxStatusText(), QStringLiteral("Rx: %L1 Bytes").arg(total));
+    QTRY_COMPARE(session->queuedBytes(), qint64(0));   // the view catches up over a few refreshes
     const QByteArray shown = QByteArray::fromHex(panel->viewText().toLatin1());
     QCOMPARE(shown.size(), total);
     std::vector<QByteArray> received(clientCount);
@@ -166,6 +168,28 @@ void TestTcpServerSession::everyByteOfFiftyOfAHundredClientsArrivesInOrder()
     clients.clear();
     QTRY_COMPARE_WITH_TIMEOUT(clientList->topLevelItemCount(), 0, waitMs);
     QTRY_COMPARE_WITH_TIMEOUT(session->server()->findChildren<QTcpSocket *>().size(), qsizetype(0), waitMs);
+}
+
+// A client that sends faster than the view can show is held back by its
+// own connection: what waits in the session stays near its mark, and every
+// byte arrives in order.
+void TestTcpServerSession::aFloodIsHeldBackInTheConnection()
+{
+    FormatSetting format = session->formatSettings();
+    format.DisplayBufferSize = 64 << 20;
+    session->setFormatSettings(format);
+    session->start();
+    auto client = connectClient();
+    QVERIFY(client);
+    QByteArray sent;
+    for (int i = 0; sent.size() < (16 << 20); ++i)
+        sent += QByteArray::number(i).rightJustified(8, '0') + " the quick brown fox\n";
+    client->write(sent);
+    qint64 mostQueued = 0;
+    QTRY_VERIFY_WITH_TIMEOUT((mostQueued = qMax(mostQueued, session->queuedBytes()),
+                              session->receivedBytes() == sent.size() && session->queuedBytes() == 0), 60000);
+    QVERIFY2(mostQueued <= ReceiveQueue::HighMark + (1 << 20), qPrintable(QString::number(mostQueued)));
+    QCOMPARE(panel->viewText(), QString::fromLatin1(sent));
 }
 
 QTEST_MAIN(TestTcpServerSession)

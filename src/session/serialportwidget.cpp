@@ -2,6 +2,7 @@
 #include "ui_serialportwidget.h"
 
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
 #include <QIntValidator>
@@ -429,6 +430,18 @@ void SerialPortWidget::pushByteArray(const QByteArray &data, bool countAsReceive
         plot->feed(data);
     if (countAsReceived)
         receivedCount += data.size();
+    regulateIntake();
+}
+
+// While more than a burst waits to be shown or logged, the transport stops
+// reading and the flood waits in the device or the system. Log text counts
+// only while the log can be written: a failing log sheds its oldest text.
+void SerialPortWidget::regulateIntake()
+{
+    const bool logging = formatSetting.LogSaveFlag && logProblem.isEmpty();
+    const bool reading = rxDataList.wantsReading(logging ? dataLog.pendingBytes().size() : 0);
+    for (Transport *link : links())
+        link->setReading(reading);
 }
 
 void SerialPortWidget::pushNote(const QString &text)
@@ -464,9 +477,17 @@ void SerialPortWidget::displayPortBuffer()
     if (rxDataList.isEmpty())
         return;
 
+    // A flood is worked off over several ticks, so the event loop keeps
+    // answering: a tick renders at least a slice, then stops once it has
+    // spent its time.
+    constexpr qint64 tickBudgetNs = 6'000'000;
+    QElapsedTimer spent;
+    spent.start();
+    qint64 rendered = 0;
     QString logBatch;
-    while (!rxDataList.isEmpty()) {
+    while (!rxDataList.isEmpty() && (rendered < ReceiveQueue::SliceSize || spent.nsecsElapsed() < tickBudgetNs)) {
         const rxData chunk = rxDataList.dequeue();
+        rendered += chunk.data.size();
         receiveFeed->show(chunk, formatSetting);
         if (!formatSetting.LogSaveFlag)
             continue;
@@ -481,6 +502,7 @@ void SerialPortWidget::displayPortBuffer()
         dataLog.appendLog(logBatch);
         dataLog.writeAhead(formatSetting);
     }
+    regulateIntake();
 }
 
 void SerialPortWidget::clear()

@@ -4,7 +4,6 @@
 #include <QAbstractSocket>
 #include <QByteArray>
 #include <QList>
-#include <QQueue>
 #include <QSerialPort>
 #include <QWidget>
 
@@ -14,6 +13,7 @@
 #include "session/chunkrenderer.h"
 #include "session/datalog.h"
 #include "session/portsettings.h"
+#include "session/receivequeue.h"
 
 class QCheckBox;
 class QLabel;
@@ -110,6 +110,9 @@ public:
     // The single entry of the receive pipeline; every transport ends here.
     void pushByteArray(const QByteArray &data, bool countAsReceived, RXorTx direction);
     void displayPortBuffer();
+    // Traffic queued and not yet shown: a refresh works off at most a tick's
+    // worth of it.
+    qint64 queuedBytes() const { return rxDataList.bytes(); }
 
     QByteArray encodeSendData(const QString &text);
     void sendMessage(const QByteArray &data);
@@ -162,6 +165,7 @@ private:
     void receive(const Transport *link, const QByteArray &bytes);
     // A line of the session's own (a marker), shown and logged like traffic.
     void pushNote(const QString &text);
+    void regulateIntake();
     void recordSent(const QByteArray &data, qsizetype shownBytes);
     void sendFileChunk(const QByteArray &chunk, qint64 offset);
     // Bytes the transport still holds; negative when it cannot send now.
@@ -222,7 +226,7 @@ private:
     QTimer *refreshTimer = nullptr;
     QTimer *portScanTimer = nullptr;
 
-    QQueue<rxData> rxDataList;
+    ReceiveQueue rxDataList;
     ChunkRenderer renderer;
     ReceiveFeed *receiveFeed = nullptr;
     ReceiveViewOptions *viewOptions = nullptr;

@@ -54,7 +54,7 @@ void MultiClientServer::handleNewConnection()
         }
         // A client that floods is held back by its own connection once this
         // much waits, instead of by this program's memory.
-        socket->setReadBufferSize(256 << 10);
+        socket->setReadBufferSize(64 << 10);
         connect(socket, &QTcpSocket::disconnected, this, &MultiClientServer::clientDisconnected);
         connect(socket, &QTcpSocket::readyRead, this, &MultiClientServer::readReady);
         connectedClients.append(socket);
@@ -66,11 +66,13 @@ void MultiClientServer::handleNewConnection()
 void MultiClientServer::setReading(bool on)
 {
     reading = on;
-    if (!on)
-        return;
-    const QSet<QTcpSocket *> waiting = std::exchange(unread, {});
-    for (QTcpSocket *socket : waiting)
+    // Each read may fill the session up again, which turns reading off: the
+    // clients not reached yet wait for the next turn.
+    while (reading && !unread.isEmpty()) {
+        QTcpSocket *socket = *unread.begin();
+        unread.erase(unread.begin());
         readClient(socket);
+    }
 }
 
 void MultiClientServer::readReady()

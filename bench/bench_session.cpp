@@ -7,7 +7,7 @@
 //
 // Usage: bench_session [--scale F] [--only WORD[,WORD...]] [--debug]
 //   --scale F  multiplies every case's duration (0.1 runs in about a minute)
-//   --only     runs the cases whose names contain one of the words
+//   --only     runs the cases of those names, or whose names contain one of the words
 //   --debug    keeps the program's debug output
 
 #include <QApplication>
@@ -614,9 +614,15 @@ int main(int argc, char **argv)
                       QStringLiteral("view"), QStringLiteral("log")})
         << '\n';
     out.flush();
+    // A word picks the case of that name, or else the cases whose names hold it.
+    const auto named = [&](const QString &word) {
+        return std::any_of(std::begin(cases), std::end(cases), [&](const Case &c) { return word == QLatin1String(c.name); });
+    };
     for (const Case &spec : cases) {
         const QString name = QString::fromLatin1(spec.name);
-        if (!only.isEmpty() && std::none_of(only.begin(), only.end(), [&](const QString &word) { return name.contains(word); }))
+        if (!only.isEmpty() && std::none_of(only.begin(), only.end(), [&](const QString &word) {
+                return named(word) ? name == word : name.contains(word);
+            }))
             continue;
         const Figures figures = runCase(spec, scale);
         out << row(name, figures, spec.logging) << '\n';

@@ -43,17 +43,23 @@ private slots:
         QCOMPARE(texts, QStringList({"COM3(USB Serial)", "TCP/UDP", "Default (COM2)", "TCP/UDP"}));
     }
 
-    // Sessions share one scan per second: a device that comes shows in every
-    // session's box at once, and each keeps its own choice.
+    // Sessions share one scan, made only when the device folder changed: a
+    // device that comes shows in every session's box at once, and each keeps
+    // its own choice.
     void sessionsShareOnePortScan()
     {
         int scans = 0;
         QList<SerialPortItem> devices;
+        QTemporaryDir deviceFolder;
         PortScanner &scanner = PortScanner::shared();
-        scanner.setScanFunction([&] { ++scans; return devices; });
+        scanner.setSource([&] { ++scans; return devices; }, deviceFolder.path());
+        scanner.rescan();
         SerialPortWidget other;
         session->setPortName(QStringLiteral("/dev/pts/7"));
+        scanner.rescan();
+        QCOMPARE(scans, 1);
         devices = {{"COM3", "USB Serial", "details"}};
+        QVERIFY(QFile(deviceFolder.filePath(QStringLiteral("COM3"))).open(QIODevice::WriteOnly));
         scanner.rescan();
         scanner.rescan();
         QCOMPARE(scans, 2);
@@ -62,7 +68,7 @@ private slots:
             QCOMPARE(portBox->findText(QStringLiteral("COM3(USB Serial)")), 0);
         }
         QCOMPARE(box("portBox")->currentText(), QStringLiteral("/dev/pts/7"));
-        scanner.setScanFunction(listedSerialPorts);
+        scanner.setSource(listedSerialPorts, QStringLiteral("/dev"));
     }
 
     void networkModesRelabelThePanel_data()

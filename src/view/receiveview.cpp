@@ -66,6 +66,7 @@ void ReceiveView::append(QStringView text, const TextStyle &style)
 {
     if (text.isEmpty())
         return;
+    noteChange(tailStart >= 0 ? tailStart : store.end());
     if (tailStart >= 0) {
         store.truncate(tailStart);
         tailStart = -1;
@@ -74,8 +75,14 @@ void ReceiveView::append(QStringView text, const TextStyle &style)
     changed = true;
 }
 
+void ReceiveView::noteChange(qint64 position)
+{
+    firstChange = firstChange < 0 ? position : qMin(firstChange, position);
+}
+
 void ReceiveView::setTail(const QString &text, const TextStyle &style)
 {
+    noteChange(tailStart >= 0 ? tailStart : store.end());
     if (tailStart >= 0)
         store.truncate(tailStart);
     tailStart = text.isEmpty() ? -1 : store.end();
@@ -88,12 +95,14 @@ void ReceiveView::flush(qint64 bufferLimit)
     if (!changed)
         return;
     changed = false;
+    const qint64 changedFrom = std::exchange(firstChange, -1);
     // A cut moves the text under a user who scrolled up; as with Qt's text
     // views, the next data then brings the view to the end, unless the user
     // is searching.
     const bool toEnd = (following || scrollToEndOnce) && !finder->isVisible();
     scrollToEndOnce = false;
-    if (store.cutToLimit(bufferLimit) > 0)
+    const bool cut = store.cutToLimit(bufferLimit) > 0;
+    if (cut)
         scrollToEndOnce = true;
     keepInStore();
     if (finder->isVisible())
@@ -103,14 +112,42 @@ void ReceiveView::flush(qint64 bufferLimit)
         placeStale = true;
         return;
     }
+    const Place before = top;
     placeTop(toEnd);
-    viewport()->update();
+    if (cut || finder->isVisible())
+        viewport()->update();
+    else
+        repaintChanges(before, changedFrom);
+}
+
+// Only what changed is painted again: the rows that the view scrolled up by
+// are moved on screen, and from the row before the first change (whose
+// wrap may have moved) down, the rows are drawn anew. A user scrolled up
+// away from the change sees nothing repainted.
+void ReceiveView::repaintChanges(const Place &before, qint64 changedFrom)
+{
+    const QRect text = viewport()->rect().adjusted(0, margin, 0, 0);
+    RowMap &map = rows();
+    const qreal shift = map.distance(before, top);
+    // Pixels can only be moved by whole pixels: with rows of a fractional
+    // height everything is drawn anew.
+    if (shift < 0 || shift >= text.height() || shift != qRound(shift) || changedFrom < store.begin()) {
+        viewport()->update();
+        return;
+    }
+    if (shift > 0)
+        viewport()->scroll(0, -qRound(shift), text);
+    const Place changedRow = map.moved(map.placeOf(qMin(changedFrom, store.end())), -1);
+    const qreal y = margin + map.distance(top, changedRow);
+    if (y < text.bottom())
+        viewport()->update(QRect(0, qMax(0, qFloor(y)), text.width(), text.height()));
 }
 
 void ReceiveView::clear()
 {
     store.clear();
     tailStart = -1;
+    firstChange = -1;
     anchor = cursor = 0;
     top = Place();
     scrollToEndOnce = false;

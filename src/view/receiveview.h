@@ -95,6 +95,7 @@ private:
     void placeTop(bool atEnd);
     void setTop(Place place);
     void syncScrollBar(const Place &end);
+    void repaintChanges(const Place &before, qint64 changedFrom);
     void scrollRows(int count);
     // Scrolls as little as needed, or puts the row a third down the page.
     void reveal(qint64 position, bool centre);
@@ -105,6 +106,7 @@ private:
     bool moveCursor(const QKeyEvent *event);
     void dragTo(const QPointF &point);
     void keepInStore();
+    void noteChange(qint64 position);
     QVector<QTextLayout::FormatRange> overlays(const LineLayouts::Line &line) const;
 
     void searchChanged();
@@ -128,6 +130,7 @@ private:
     bool placeStale = false;
     bool syncing = false;
     qint64 tailStart = -1;
+    qint64 firstChange = -1;   // where the text changed since the last flush
     qint64 anchor = 0;
     qint64 cursor = 0;
     bool selecting = false;

@@ -98,6 +98,16 @@ qint64 RowMap::rowMove(qint64 position, int rows)
     return target.start + target.layout.lineAt(to.row).xToCursor(x);
 }
 
+qreal RowMap::distance(const Place &from, const Place &to)
+{
+    if (to < from)
+        return -distance(to, from);
+    qreal y = -layouts.line(from.line).rowTop(from.row);
+    for (qint64 n = from.line; n < to.line; ++n)
+        y += layouts.line(n).height;
+    return y + layouts.line(to.line).rowTop(to.row);
+}
+
 qint64 RowMap::rowEnd(qint64 position)
 {
     const Place place = placeOf(position);

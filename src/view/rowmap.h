@@ -35,6 +35,9 @@ public:
     qint64 positionAt(const Place &top, const QPointF &point);
     // The position rows away, as near as the text allows to the same x.
     qint64 rowMove(qint64 position, int rows);
+    // Pixels from the top of one row to the top of another; negative when
+    // `to` lies above `from`.
+    qreal distance(const Place &from, const Place &to);
     qint64 rowEnd(qint64 position);
 
 private:

@@ -16,11 +16,13 @@
 #include <QUdpSocket>
 #include <QVBoxLayout>
 
+#include "common/changegate.h"
 #include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/portscanner.h"
 #include "common/serialportlist.h"
 #include "common/statuscolors.h"
+#include "common/timerbeat.h"
 #include "common/texthelpers.h"
 #include "net/clientrows.h"
 #include "net/multiclientserver.h"
@@ -154,8 +156,8 @@ void SerialPortWidget::initTimers()
     saveTimer = makeTimer(5000, &SerialPortWidget::onSaveData);
     refreshTimer = makeTimer(20, &SerialPortWidget::onRefreshDisplay);
     portScanTimer = makeTimer(1000, &SerialPortWidget::onRefreshAvalablePorts);
-    refreshTimer->start();
-    portScanTimer->start();
+    startOnBeat(refreshTimer, 20);
+    startOnBeat(portScanTimer, 1000);
 }
 
 // The console keys, hex feedback and macro bar around the send box.
@@ -293,7 +295,7 @@ bool SerialPortWidget::start(const QString &portName)
     if (!portName.isEmpty())
         setPortName(portName);
     updateSettings();
-    refreshTimer->start(20);
+    startOnBeat(refreshTimer, 20);
 
     if (m_runState == Paused && !pausedData.isEmpty()) {
         // Held bytes are delivered on every resume; the buffer is kept.
@@ -331,7 +333,7 @@ bool SerialPortWidget::start(const QString &portName)
 
     formatSetting.currentLogFileName =
         expandLogFileName(formatSetting.LogFilePath, currentSettings.name, LogClock::now());
-    readTimer->start();
+    startOnBeat(readTimer, 10);
     sendTimer->start();
     saveTimer->start();
     qCDebug(lcDefault) << "Start saveTimer";
@@ -680,7 +682,7 @@ void SerialPortWidget::on_autoSendBox_clicked()
 {
     formatSetting.SendInterval = ui->sendIntervelSB->value();
     formatSetting.AutoSend = ui->autoSendBox->isChecked();
-    refreshTimer->setInterval(20);
+    startOnBeat(refreshTimer, 20);
     qCDebug(lcDefault) << "Change refresh timer to " << refreshTimer->interval();
     if (ui->autoSendBox->isChecked()) {
         sendTimer->setInterval(ui->sendIntervelSB->value());
@@ -990,6 +992,7 @@ void SerialPortWidget::watchPanelEdits()
 {
     panelBaseline = panelSignature();
     const auto check = [this] {
+        ++panelRevision;
         if (applyingSettings)
             return;
         const QString signature = panelSignature();
@@ -1032,8 +1035,44 @@ void SerialPortWidget::copyPanelChecks()
     viewOptions->copyTo(formatSetting.View);
 }
 
+// What the connection's status, the send button and the title bar show; the
+// link's part is a few numbers that change with its state.
+std::array<qint64, 7> SerialPortWidget::linkFacts() const
+{
+    switch (currentSettings.connMode) {
+    case SerialPortMode: {
+        const QSerialPort *port = serialPort();
+        if (!port->isOpen())
+            return {0, reconnect->isWaiting()};
+        return {1, port->baudRate(), port->dataBits(), port->parity(), port->stopBits(), port->flowControl()};
+    }
+    case TcpClientMode:
+        return {clientLink->socketState()};
+    case TcpServerMode:
+        if (const MultiClientServer *listener = server())
+            return {1, listener->clients().isEmpty(), listener->serverPort()};
+        return {};
+    case UdpServerMode:
+    case UdpClientMode:
+    case UdpGroupMode:
+        if (const QUdpSocket *socket = udpLink->socket())
+            return {1, socket->state(), socket->localPort()};
+        return {};
+    default:
+        return {};
+    }
+}
+
+// The texts are made again only when something they show changed, which
+// few of the refreshes find.
 void SerialPortWidget::refreshConnectionDisplay()
 {
+    copyPanelChecks();
+    if (!statusGate.changed(linkFacts(), currentSettings.connMode, m_runState, started, currentSettings.name,
+                            panelRevision, palette().cacheKey())) {
+        updateCommonStatus();
+        return;
+    }
     ui->sendButton->setText(m_runState == Running ? tr("Send") : tr("Open"));
     switch (currentSettings.connMode) {
     case SerialPortMode:
@@ -1051,9 +1090,9 @@ void SerialPortWidget::refreshConnectionDisplay()
         onRefreshUdpClientDisplay();
         break;
     default:
+        updateCommonStatus();
         break;
     }
-    copyPanelChecks();
     updateTitleBar();
 }
 
@@ -1183,6 +1222,9 @@ void SerialPortWidget::createStatusBar()
 
 void SerialPortWidget::updateCommonStatus()
 {
+    if (!countersGate.changed(receivedCount, sentCount, formatSetting.LogSaveFlag, formatSetting.currentLogFileName,
+                              logProblem, palette().cacheKey()))
+        return;
     const QString rx = tr("Rx: %L1 Bytes").arg(receivedCount);
     const QString tx = tr("Tx: %L1 Bytes").arg(sentCount);
     QString log = formatSetting.LogSaveFlag ? formatSetting.currentLogFileName : QStringLiteral("  ");

@@ -7,8 +7,10 @@
 #include <QSerialPort>
 #include <QWidget>
 
+#include <array>
 #include <memory>
 
+#include "common/changegate.h"
 #include "common/types.h"
 #include "session/chunkrenderer.h"
 #include "session/datalog.h"
@@ -188,6 +190,7 @@ private:
     QString panelSignature() const;
     void copyPanelChecks();
     void refreshConnectionDisplay();
+    std::array<qint64, 7> linkFacts() const;
     void updateTitleBar();
     int panelNetworkMode() const;
     void showWarning(const QString &title, const QString &text);
@@ -242,7 +245,10 @@ private:
     int lineIndex = 0;
     bool networkPanel = false;
 
-    quint64 portListGeneration = 0;  // of the shared port scan the box was filled from
+    quint64 portListGeneration = 0;
+    quint64 panelRevision = 0;   // counts the changes of the panel's boxes and buttons
+    ChangeGate<std::array<qint64, 7>, int, int, bool, QString, quint64, qint64> statusGate;
+    ChangeGate<qint64, qint64, bool, QString, QString, qint64> countersGate;  // of the shared port scan the box was filled from
     QString panelBaseline;
     bool applyingSettings = false;
     QIntValidator *baudRateValidator = nullptr;

@@ -1,0 +1,24 @@
+#include "common/timerbeat.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+void startOnBeat(QTimer *timer, int interval)
+{
+    static const QElapsedTimer epoch = [] {
+        QElapsedTimer clock;
+        clock.start();
+        return clock;
+    }();
+    if (interval <= 0) {
+        timer->start(interval);
+        return;
+    }
+    const int untilBeat = interval - int(epoch.elapsed() % interval);
+    timer->start(untilBeat);
+    if (untilBeat != interval) {
+        // Set again when the beat comes, the interval starts counting there.
+        QObject::connect(timer, &QTimer::timeout, timer, [timer, interval] { timer->setInterval(interval); },
+                         Qt::SingleShotConnection);
+    }
+}

@@ -1,0 +1,12 @@
+#ifndef QUORVANE_TIMERBEAT_H
+#define QUORVANE_TIMERBEAT_H
+
+class QTimer;
+
+// Starts a repeating timer on the program's beat of its interval: the same
+// timer of every session then comes due at the same moment, and the event
+// loop wakes once for all of them instead of once for each. The first
+// timeout comes early, at the next beat; from there the interval holds.
+void startOnBeat(QTimer *timer, int interval);
+
+#endif

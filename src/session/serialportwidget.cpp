@@ -471,6 +471,10 @@ void SerialPortWidget::receive(const Transport *link, const QByteArray &bytes)
 void SerialPortWidget::onRefreshDisplay()
 {
     displayPortBuffer();
+    if (formatSetting.LogSaveFlag)
+        dataLog.writeAhead(formatSetting);
+    // Also with nothing queued: log text written since lets reading resume.
+    regulateIntake();
     refreshConnectionDisplay();
 }
 
@@ -500,11 +504,8 @@ void SerialPortWidget::displayPortBuffer()
     }
     const int defaultLimit = 10 << 20;
     ui->receiveView->flush(formatSetting.DisplayBufferSize > 0 ? formatSetting.DisplayBufferSize : defaultLimit);
-    if (formatSetting.LogSaveFlag) {
+    if (formatSetting.LogSaveFlag)
         dataLog.appendLog(logBatch);
-        dataLog.writeAhead(formatSetting);
-    }
-    regulateIntake();
 }
 
 void SerialPortWidget::clear()

@@ -126,19 +126,26 @@ void ReceiveView::flush(qint64 bufferLimit)
 // away from the change sees nothing repainted.
 void ReceiveView::repaintChanges(const Place &before, qint64 changedFrom)
 {
+    // Every line is a row at least, so more lines than a page between two
+    // places means a page apart: nothing is laid out to find that out.
+    const auto pagesApart = [this](const Place &from, const Place &to) { return to.line - from.line > pageRows(); };
     const QRect text = viewport()->rect().adjusted(0, margin, 0, 0);
     RowMap &map = rows();
+    if (changedFrom < store.begin() || before.line < store.firstLine() || pagesApart(before, top)) {
+        viewport()->update();
+        return;
+    }
     const qreal shift = map.distance(before, top);
     // Pixels can only be moved by whole pixels: with rows of a fractional
     // height everything is drawn anew.
-    if (shift < 0 || shift >= text.height() || shift != qRound(shift) || changedFrom < store.begin()) {
+    if (shift < 0 || shift >= text.height() || shift != qRound(shift)) {
         viewport()->update();
         return;
     }
     if (shift > 0)
         viewport()->scroll(0, -qRound(shift), text);
     const Place changedRow = map.moved(map.placeOf(qMin(changedFrom, store.end())), -1);
-    const qreal y = margin + map.distance(top, changedRow);
+    const qreal y = pagesApart(changedRow, top) ? 0 : margin + map.distance(top, changedRow);
     if (y < text.bottom())
         viewport()->update(QRect(0, qMax(0, qFloor(y)), text.width(), text.height()));
 }

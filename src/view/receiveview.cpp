@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "view/findbar.h"
+#include "view/steadyscrollbar.h"
 #include "view/viewactions.h"
 
 namespace {
@@ -35,6 +36,7 @@ ReceiveView::ReceiveView(QWidget *parent)
     , actions(new ViewActions(this))
     , dragScroll(new QTimer(this))
 {
+    setVerticalScrollBar(new SteadyScrollBar(this));
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setCursor(Qt::IBeamCursor);

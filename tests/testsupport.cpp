@@ -37,6 +37,9 @@ bool SocatPair::start()
 {
     if (!available())
         return false;
+    // No pipes to socat: the event loop under test polls only the ports.
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QStringLiteral("socat"),
                   {QStringLiteral("pty,raw,echo=0,link=%1").arg(portA()),

@@ -120,7 +120,8 @@ void SerialTransport::poll()
 
 void SerialTransport::deliverAll()
 {
-    if (!serial->isOpen())
+    // Most timer polls find nothing: an empty read would still allocate.
+    if (!serial->isOpen() || serial->bytesAvailable() == 0)
         return;
     const QByteArray bytes = serial->readAll();
     if (!bytes.isEmpty())

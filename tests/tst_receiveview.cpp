@@ -151,6 +151,28 @@ private slots:
         QCOMPARE(paints, 1);
     }
 
+    // Once the slider is at its shortest and at the end, lines that come in
+    // leave it where it is on screen, and a new count fits its label: neither
+    // the bar is painted again nor the session laid out again.
+    void streamingTouchesOnlyTheTextAndTheCounts()
+    {
+        showSession();
+        receive(QByteArray("line\n").repeated(1000));
+        QTest::qWait(50);
+        int paints = 0;
+        int layouts = 0;
+        EventCounter paintCounter(QEvent::Paint, &paints);
+        EventCounter layoutCounter(QEvent::LayoutRequest, &layouts);
+        view()->verticalScrollBar()->installEventFilter(&paintCounter);
+        session->installEventFilter(&layoutCounter);
+        for (int i = 0; i < 3; ++i) {
+            receive("more\n");
+            QTest::qWait(30);
+        }
+        QCOMPARE(paints, 0);
+        QCOMPARE(layouts, 0);
+    }
+
     void selectionCopiesWhatWasReceived_data()
     {
         QTest::addColumn<Gesture>("gesture");

@@ -17,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include "common/changegate.h"
+#include "common/counterlabel.h"
 #include "common/connectionchoices.h"
 #include "common/logging.h"
 #include "common/portscanner.h"
@@ -1200,13 +1201,12 @@ void SerialPortWidget::createStatusBar()
     statusBar = new QStatusBar(this);
     statusBar->setSizeGripEnabled(false);
     connectionStatusLabel = new QLabel;
-    rxLabel = new QLabel;
-    txLabel = new QLabel;
+    rxLabel = new CounterLabel(200);
+    txLabel = new CounterLabel(200);
     logFileLabel = new QLabel;
     messageLabel = new QLabel;
-    rxLabel->setMaximumWidth(200);
-    txLabel->setMaximumWidth(200);
-    for (QLabel *label : {connectionStatusLabel, rxLabel, txLabel, logFileLabel, messageLabel}) {
+    const QList<QLabel *> labels{connectionStatusLabel, rxLabel, txLabel, logFileLabel, messageLabel};
+    for (QLabel *label : labels) {
         label->setIndent(3);
         statusBar->addWidget(label, label == messageLabel ? 1 : 0);
     }
@@ -1231,10 +1231,8 @@ void SerialPortWidget::updateCommonStatus()
     QString log = formatSetting.LogSaveFlag ? formatSetting.currentLogFileName : QStringLiteral("  ");
     if (formatSetting.LogSaveFlag && !logProblem.isEmpty())
         log = StatusColors::html(logProblem.toHtmlEscaped(), false, palette());
-    if (rxLabel->text() != rx)
-        rxLabel->setText(rx);
-    if (txLabel->text() != tx)
-        txLabel->setText(tx);
+    rxLabel->setCount(rx);
+    txLabel->setCount(tx);
     if (logFileLabel->text() != log)
         logFileLabel->setText(log);
 }

@@ -23,6 +23,7 @@ class QStatusBar;
 class QTimer;
 class QIntValidator;
 class ClientRows;
+class CounterLabel;
 class MultiClientServer;
 class ControlLinesPanel;
 class ReconnectPolicy;
@@ -256,8 +257,8 @@ private:
     SessionPlot *plot = nullptr;
     QStatusBar *statusBar = nullptr;
     QLabel *connectionStatusLabel = nullptr;
-    QLabel *rxLabel = nullptr;
-    QLabel *txLabel = nullptr;
+    CounterLabel *rxLabel = nullptr;
+    CounterLabel *txLabel = nullptr;
     QLabel *logFileLabel = nullptr;
     QLabel *messageLabel = nullptr;
     QTimer *messageTimer = nullptr;

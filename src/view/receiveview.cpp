@@ -35,8 +35,9 @@ ReceiveView::ReceiveView(QWidget *parent)
     , finder(new FindBar(this))
     , actions(new ViewActions(this))
     , dragScroll(new QTimer(this))
+    , scrollBar(new SteadyScrollBar(this))
 {
-    setVerticalScrollBar(new SteadyScrollBar(this));
+    setVerticalScrollBar(scrollBar);
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setCursor(Qt::IBeamCursor);
@@ -252,11 +253,8 @@ void ReceiveView::setTop(Place place)
 void ReceiveView::syncScrollBar(const Place &end)
 {
     const QScopedValueRollback<bool> quiet(syncing, true);
-    QScrollBar *bar = verticalScrollBar();
     const int maximum = barMaximum(end);
-    bar->setRange(0, maximum);
-    bar->setPageStep(pageRows());
-    bar->setValue(top == end ? maximum : int(top.line - store.firstLine()));
+    scrollBar->setPosition(maximum, pageRows(), top == end ? maximum : int(top.line - store.firstLine()));
 }
 
 // The user moved the scroll bar.

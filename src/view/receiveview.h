@@ -12,6 +12,7 @@
 class FindBar;
 class QMenu;
 class QTimer;
+class SteadyScrollBar;
 class ViewActions;
 
 // The read-only view of a session's traffic. Text lives in a bounded line
@@ -136,6 +137,7 @@ private:
     bool selecting = false;
     QPointF dragPoint;
     QTimer *dragScroll;
+    SteadyScrollBar *scrollBar;
     int wheelRemainder = 0;
 };
 

@@ -14,11 +14,18 @@ class SteadyScrollBar : public QScrollBar
 public:
     using QScrollBar::QScrollBar;
 
+    // Sets range, page and value as one change: a range that grows ahead of
+    // its value would otherwise show the slider one step off the end first.
+    void setPosition(int maximum, int pageStep, int value);
+
 protected:
     void sliderChange(SliderChange change) override;
 
 private:
+    bool sliderMoved();
+
     QRect shownSlider;
+    bool settling = false;
 };
 
 #endif

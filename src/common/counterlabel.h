@@ -1,0 +1,28 @@
+#ifndef QUORVANE_COUNTERLABEL_H
+#define QUORVANE_COUNTERLABEL_H
+
+#include <QLabel>
+
+// A label for a count that changes many times a second. A plain label asks
+// the whole window to lay itself out again at every new text; this one
+// keeps a fixed size, which changes only when the text needs another width,
+// so a new count repaints the label alone.
+class CounterLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit CounterLabel(int widestWidth, QWidget *parent = nullptr);
+
+    void setCount(const QString &text);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void fit();
+
+    int widestWidth;
+};
+
+#endif

@@ -173,6 +173,22 @@ private slots:
         QCOMPARE(layouts, 0);
     }
 
+    // Pages at every refresh are drawn at a lower rate, but the last of them
+    // is always drawn, also when nothing comes after it.
+    void aFloodEndsDrawnWithItsLastPage()
+    {
+        showSession();
+        int paints = 0;
+        EventCounter counter(QEvent::Paint, &paints);
+        view()->viewport()->installEventFilter(&counter);
+        for (int page = 0; page < 4; ++page)
+            receive(QByteArray("page ").append(QByteArray::number(page)).append('\n').repeated(200));
+        QTRY_VERIFY(paints > 0);
+        const int painted = paints;
+        receive(QByteArray("last\n").repeated(200));
+        QTRY_VERIFY(paints > painted);
+    }
+
     void selectionCopiesWhatWasReceived_data()
     {
         QTest::addColumn<Gesture>("gesture");

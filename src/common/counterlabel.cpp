@@ -24,10 +24,16 @@ void CounterLabel::changeEvent(QEvent *event)
         fit();
 }
 
+// Room for four more characters comes with each change of width, so a
+// count grows from 1,000 to 10,000,000 without one; the width shrinks only
+// when the text got much shorter, as when the count is cleared.
 void CounterLabel::fit()
 {
     const QSize hint = sizeHint();
-    const QSize size(qMin(widestWidth, hint.width()), hint.height());
-    if (minimumSize() != size || maximumSize() != size)
-        setFixedSize(size);
+    const int room = fontMetrics().horizontalAdvance(QStringLiteral("0,000"));
+    const int shown = maximumWidth();
+    const bool fits = hint.width() <= shown && hint.width() + 2 * room > shown;
+    if (fits && minimumSize() == maximumSize() && maximumHeight() == hint.height())
+        return;
+    setFixedSize(qMin(widestWidth, fits ? shown : hint.width() + room), hint.height());
 }

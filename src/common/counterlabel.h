@@ -4,9 +4,9 @@
 #include <QLabel>
 
 // A label for a count that changes many times a second. A plain label asks
-// the whole window to lay itself out again at every new text; this one
-// keeps a fixed size, which changes only when the text needs another width,
-// so a new count repaints the label alone.
+// the whole window to lay itself out again at every new text, and a wider
+// one moves and rewraps everything beside it; this one keeps a fixed size
+// with room to grow, so a new count repaints the label alone.
 class CounterLabel : public QLabel
 {
     Q_OBJECT

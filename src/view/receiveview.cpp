@@ -36,6 +36,7 @@ ReceiveView::ReceiveView(QWidget *parent)
     , actions(new ViewActions(this))
     , dragScroll(new QTimer(this))
     , scrollBar(new SteadyScrollBar(this))
+    , floodFrame(new QTimer(this))
 {
     setVerticalScrollBar(scrollBar);
     setFocusPolicy(Qt::StrongFocus);
@@ -57,6 +58,9 @@ ReceiveView::ReceiveView(QWidget *parent)
         scrollRows(dragPoint.y() < 0 ? -1 : 1);
         dragTo(dragPoint);
     });
+    floodFrame->setSingleShot(true);
+    floodFrame->setTimerType(Qt::PreciseTimer);
+    connect(floodFrame, &QTimer::timeout, this, &ReceiveView::repaintFlooded);
     placeTop(true);
 }
 
@@ -117,10 +121,28 @@ void ReceiveView::flush(qint64 bufferLimit)
     }
     const Place before = top;
     placeTop(toEnd);
-    if (cut || finder->isVisible())
+    if (finder->isVisible())
         viewport()->update();
+    else if (cut || floodFrame->isActive())
+        repaintFlooded();
     else
         repaintChanges(before, changedFrom);
+}
+
+// Text that moved by a page or more since the last refresh is drawn anew,
+// but not more often than every FloodFrameMs: it moves too fast to be read,
+// and a workspace of flooded views must not spend its event loop on frames
+// nobody sees. The last state is always drawn.
+void ReceiveView::repaintFlooded()
+{
+    const qint64 wait = lastFloodFrame.isValid() ? FloodFrameMs - lastFloodFrame.elapsed() : 0;
+    if (wait > 0) {
+        if (!floodFrame->isActive())
+            floodFrame->start(int(wait));
+        return;
+    }
+    lastFloodFrame.start();
+    viewport()->update();
 }
 
 // Only what changed is painted again: the rows that the view scrolled up by
@@ -135,13 +157,17 @@ void ReceiveView::repaintChanges(const Place &before, qint64 changedFrom)
     const QRect text = viewport()->rect().adjusted(0, margin, 0, 0);
     RowMap &map = rows();
     if (changedFrom < store.begin() || before.line < store.firstLine() || pagesApart(before, top)) {
-        viewport()->update();
+        repaintFlooded();
         return;
     }
     const qreal shift = map.distance(before, top);
+    if (shift >= text.height()) {
+        repaintFlooded();
+        return;
+    }
     // Pixels can only be moved by whole pixels: with rows of a fractional
     // height everything is drawn anew.
-    if (shift < 0 || shift >= text.height() || shift != qRound(shift)) {
+    if (shift < 0 || shift != qRound(shift)) {
         viewport()->update();
         return;
     }

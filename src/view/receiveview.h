@@ -2,6 +2,7 @@
 #define QUORVANE_RECEIVEVIEW_H
 
 #include <QAbstractScrollArea>
+#include <QElapsedTimer>
 
 #include "view/highlightrules.h"
 #include "view/linelayouts.h"
@@ -97,6 +98,7 @@ private:
     void setTop(Place place);
     void syncScrollBar(const Place &end);
     void repaintChanges(const Place &before, qint64 changedFrom);
+    void repaintFlooded();
     void scrollRows(int count);
     // Scrolls as little as needed, or puts the row a third down the page.
     void reveal(qint64 position, bool centre);
@@ -138,6 +140,9 @@ private:
     QPointF dragPoint;
     QTimer *dragScroll;
     SteadyScrollBar *scrollBar;
+    static constexpr int FloodFrameMs = 40;
+    QTimer *floodFrame;
+    QElapsedTimer lastFloodFrame;
     int wheelRemainder = 0;
 };
 

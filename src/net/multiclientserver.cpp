@@ -55,8 +55,10 @@ void MultiClientServer::handleNewConnection()
         // A client that floods is held back by its own connection once this
         // much waits, instead of by this program's memory.
         socket->setReadBufferSize(64 << 10);
-        connect(socket, &QTcpSocket::disconnected, this, &MultiClientServer::clientDisconnected);
-        connect(socket, &QTcpSocket::readyRead, this, &MultiClientServer::readReady);
+        // The socket comes with the call: finding a signal's sender walks
+        // every connection made to this server, one per client and signal.
+        connect(socket, &QTcpSocket::disconnected, this, [this, socket] { dropClient(socket); });
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { readWhenAllowed(socket); });
         connectedClients.append(socket);
         qCDebug(lcDefault) << "hasPendingConnections" << socket->peerAddress() << socket->peerPort();
     }
@@ -77,9 +79,12 @@ void MultiClientServer::setReading(bool on)
 
 void MultiClientServer::readReady()
 {
-    auto *socket = qobject_cast<QTcpSocket *>(sender());
-    if (!socket)
-        return;
+    if (auto *socket = qobject_cast<QTcpSocket *>(sender()))
+        readWhenAllowed(socket);
+}
+
+void MultiClientServer::readWhenAllowed(QTcpSocket *socket)
+{
     if (!reading) {
         unread.insert(socket);
         return;
@@ -100,9 +105,12 @@ void MultiClientServer::readClient(QTcpSocket *socket)
 
 void MultiClientServer::clientDisconnected()
 {
-    auto *socket = qobject_cast<QTcpSocket *>(sender());
-    if (!socket)
-        return;
+    if (auto *socket = qobject_cast<QTcpSocket *>(sender()))
+        dropClient(socket);
+}
+
+void MultiClientServer::dropClient(QTcpSocket *socket)
+{
     // What it sent last is read before it goes, whether reading is on or not.
     unread.remove(socket);
     if (socket->bytesAvailable() > 0)

@@ -49,7 +49,9 @@ public slots:
     void clientDisconnected();
 
 private:
+    void readWhenAllowed(QTcpSocket *socket);
     void readClient(QTcpSocket *socket);
+    void dropClient(QTcpSocket *socket);
 
     QList<QTcpSocket *> connectedClients;
     QSet<QTcpSocket *> unread;   // clients skipped while reading was off

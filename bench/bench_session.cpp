@@ -273,18 +273,18 @@ QByteArray bytesFromHex(const QByteArray &text)
 class Workspace
 {
 public:
-    Workspace(const Case &spec, const QString &logFolder)
-        : spec(spec)
+    Workspace(const Case &scenario, const QString &logFolder)
+        : scenario(scenario)
     {
         auto *grid = new QGridLayout(&window);
-        const int columns = spec.sessions > 1 ? 4 : 1;
-        for (int i = 0; i < spec.sessions; ++i) {
+        const int columns = scenario.sessions > 1 ? 4 : 1;
+        for (int i = 0; i < scenario.sessions; ++i) {
             auto *session = new SerialPortWidget(&window);
             configure(session, QDir(logFolder).filePath(QStringLiteral("session%1.log").arg(i)));
             grid->addWidget(session, i / columns, i % columns);
             sessions.push_back(session);
         }
-        window.resize(spec.sessions > 1 ? QSize(1920, 1080) : QSize(1200, 800));
+        window.resize(scenario.sessions > 1 ? QSize(1920, 1080) : QSize(1200, 800));
         window.show();
     }
 
@@ -292,7 +292,7 @@ public:
     QString start()
     {
         for (SerialPortWidget *session : sessions) {
-            if (spec.transport != Transport::Serial) {
+            if (scenario.transport != Transport::Serial) {
                 session->start();
                 if (!session->server() || !session->server()->isListening())
                     return QStringLiteral("the TCP server session does not listen");
@@ -310,13 +310,13 @@ public:
 
     QStringList feedArguments(double scale) const
     {
-        QStringList arguments = {spec.transport == Transport::Serial ? QStringLiteral("serial") : QStringLiteral("tcp"),
-                                 QString::number(spec.rate), QString::number(spec.seconds * scale),
-                                 QString::number(qint64(spec.bytesPerStream * scale))};
+        QStringList arguments = {scenario.transport == Transport::Serial ? QStringLiteral("serial") : QStringLiteral("tcp"),
+                                 QString::number(scenario.rate), QString::number(scenario.seconds * scale),
+                                 QString::number(qint64(scenario.bytesPerStream * scale))};
         for (const auto &pair : pairs)
             arguments << pair->portB();
-        if (spec.transport != Transport::Serial)
-            arguments << QString::number(serverPort()) << QString::number(spec.clients);
+        if (scenario.transport != Transport::Serial)
+            arguments << QString::number(serverPort()) << QString::number(scenario.clients);
         return arguments;
     }
 
@@ -354,7 +354,7 @@ public:
         StreamDamage total;
         for (int i = 0; i < int(sessions.size()); ++i) {
             const QByteArray text = inLogs ? logText(i) : viewText(i).toLocal8Bit();
-            total += checkStreams(spec.format == HEX ? bytesFromHex(text) : text, streamsOf(i, sent), inLogs);
+            total += checkStreams(scenario.format == HEX ? bytesFromHex(text) : text, streamsOf(i, sent), inLogs);
         }
         return total;
     }
@@ -364,16 +364,16 @@ private:
     {
         PortSettings port = session->portSettings();
         port.baudRate = 115200;
-        if (spec.transport != Transport::Serial) {
+        if (scenario.transport != Transport::Serial) {
             port.connMode = TcpServerMode;
             port.lastTargetPort = 0;   // any free port
         }
         session->setPortSettings(port);
         FormatSetting format = session->formatSettings();
-        format.ReceiveMsgFormat = spec.format;
-        format.LogSaveFlag = spec.logging;
+        format.ReceiveMsgFormat = scenario.format;
+        format.LogSaveFlag = scenario.logging;
         format.LogFilePath = logFile;
-        if (spec.sessions > 1) {
+        if (scenario.sessions > 1) {
             // Beyond one session the workspace folds the settings panels away.
             format.SplitterLeft = 0;
             format.SplitterRight = 100;
@@ -399,7 +399,7 @@ private:
     // A serial session gets the stream of its own feeder; the server session all of them.
     QVector<qint64> streamsOf(int i, const QVector<qint64> &sent) const
     {
-        if (spec.transport != Transport::Serial)
+        if (scenario.transport != Transport::Serial)
             return sent;
         QVector<qint64> own(sent.size(), 0);
         if (i < sent.size())
@@ -407,7 +407,7 @@ private:
         return own;
     }
 
-    const Case &spec;
+    const Case &scenario;
     std::vector<std::unique_ptr<SocatPair>> pairs;   // outlive the sessions
     QWidget window;
     std::vector<SerialPortWidget *> sessions;
@@ -436,22 +436,22 @@ bool feedThrough(FeederProcess &feeder, double seconds, LatencyProbe &probe, Fig
 
 // Clients come and go at the case's rate: first with a handful standing,
 // then with the case's crowd; the figures are those of the second.
-QVector<qint64> churn(const Case &spec, double seconds, Workspace &workspace, LatencyProbe &probe, Figures &figures)
+QVector<qint64> churn(const Case &scenario, double seconds, Workspace &workspace, LatencyProbe &probe, Figures &figures)
 {
     struct Phase {
         int standing;
         double seconds;
         double cpuPerConnectMs = 0;
-    } phases[] = {{10, std::max(1.0, seconds / 12)}, {spec.clients, seconds}};
+    } phases[] = {{10, std::max(1.0, seconds / 12)}, {scenario.clients, seconds}};
     QVector<qint64> sent;
     QMap<QByteArray, qint64> stats;
     for (Phase &phase : phases) {
-        FeederProcess clients({QStringLiteral("churn"), QString::number(spec.rate), QString::number(phase.standing),
+        FeederProcess clients({QStringLiteral("churn"), QString::number(scenario.rate), QString::number(phase.standing),
                                QString::number(phase.seconds), QString::number(workspace.serverPort()),
                                QString::number(sent.size())},
                               [&] { return workspace.received(); });
         // The last clients all leave at once when it ends: not part of the churn.
-        if (!feedThrough(clients, phase.standing / double(spec.rate) + phase.seconds, probe, figures, "ending"))
+        if (!feedThrough(clients, phase.standing / double(scenario.rate) + phase.seconds, probe, figures, "ending"))
             return sent;
         const Mark steady = clients.mark("steady");
         const Mark ending = clients.mark("ending");
@@ -476,13 +476,13 @@ QVector<qint64> churn(const Case &spec, double seconds, Workspace &workspace, La
     return sent;
 }
 
-Figures runCase(const Case &spec, double scale)
+Figures runCase(const Case &scenario, double scale)
 {
     resetPeakResident();
     Figures figures;
-    const double seconds = spec.seconds * scale;
+    const double seconds = scenario.seconds * scale;
     QTemporaryDir logFolder;
-    Workspace workspace(spec, logFolder.path());
+    Workspace workspace(scenario, logFolder.path());
     figures.problem = workspace.start();
     if (!figures.problem.isEmpty())
         return figures;
@@ -490,7 +490,7 @@ Figures runCase(const Case &spec, double scale)
 
     LatencyProbe probe;
     QVector<qint64> sent;
-    if (spec.rate == Idle) {
+    if (scenario.rate == Idle) {
         const Mark begin = Mark::now(workspace.received());
         probe.start();
         runUntil([] { return false; }, seconds);
@@ -501,8 +501,8 @@ Figures runCase(const Case &spec, double scale)
         // A feeder stays until the sessions are stopped: a serial far end
         // that goes away takes socat, and the port, with it.
         std::unique_ptr<FeederProcess> feeder;
-        if (spec.transport == Transport::TcpChurn) {
-            sent = churn(spec, seconds, workspace, probe, figures);
+        if (scenario.transport == Transport::TcpChurn) {
+            sent = churn(scenario, seconds, workspace, probe, figures);
         } else {
             feeder = std::make_unique<FeederProcess>(workspace.feedArguments(scale), [&] { return workspace.received(); });
             if (feedThrough(*feeder, seconds, probe, figures))
@@ -514,9 +514,9 @@ Figures runCase(const Case &spec, double scale)
         workspace.stop();
     }
     figures.view = workspace.damage(sent, false);
-    if (spec.logging)
+    if (scenario.logging)
         figures.log = workspace.damage(sent, true);
-    if (spec.transport == Transport::TcpChurn) {
+    if (scenario.transport == Transport::TcpChurn) {
         const qint64 total = std::accumulate(sent.begin(), sent.end(), qint64(0));
         figures.note += QStringLiteral("; lines sent %1, logged %2")
                             .arg(total / NumberedStream::LineLength)
@@ -594,8 +594,8 @@ int main(int argc, char **argv)
     out << "Port sessions end to end: sessions in this process, their far ends in a feeder process\n"
            "(socat pty pairs, loopback TCP clients). Durations x" << scale << ", debug output "
         << (debug ? "on" : "off") << ".\n\n";
-    for (const Case &spec : cases)
-        out << QStringLiteral("  %1 %2\n").arg(QString::fromLatin1(spec.name), -15).arg(QString::fromLatin1(spec.what));
+    for (const Case &scenario : cases)
+        out << QStringLiteral("  %1 %2\n").arg(QString::fromLatin1(scenario.name), -15).arg(QString::fromLatin1(scenario.what));
     out << "\nFrom the feeder's first byte to its last (the churn: until it stops connecting):\n"
            "  MB/s      bytes received by the sessions, 10^6 a MB, per second of wall time\n"
            "  CPU-s/MB  this process's processor time (user + system) per MB received;\n"
@@ -618,14 +618,14 @@ int main(int argc, char **argv)
     const auto named = [&](const QString &word) {
         return std::any_of(std::begin(cases), std::end(cases), [&](const Case &c) { return word == QLatin1String(c.name); });
     };
-    for (const Case &spec : cases) {
-        const QString name = QString::fromLatin1(spec.name);
+    for (const Case &scenario : cases) {
+        const QString name = QString::fromLatin1(scenario.name);
         if (!only.isEmpty() && std::none_of(only.begin(), only.end(), [&](const QString &word) {
                 return named(word) ? name == word : name.contains(word);
             }))
             continue;
-        const Figures figures = runCase(spec, scale);
-        out << row(name, figures, spec.logging) << '\n';
+        const Figures figures = runCase(scenario, scale);
+        out << row(name, figures, scenario.logging) << '\n';
         if (!figures.note.isEmpty())
             out << "    " << figures.note << '\n';
         out.flush();

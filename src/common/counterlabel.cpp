@@ -33,7 +33,7 @@ void CounterLabel::fit()
     const int room = fontMetrics().horizontalAdvance(QStringLiteral("0,000"));
     const int shown = maximumWidth();
     const bool fits = hint.width() <= shown && hint.width() + 2 * room > shown;
-    if (fits && minimumSize() == maximumSize() && maximumHeight() == hint.height())
+    if (fits && maximumHeight() == hint.height())
         return;
     setFixedSize(qMin(widestWidth, fits ? shown : hint.width() + room), hint.height());
 }

@@ -30,6 +30,7 @@
 
 #include "benchsupport.h"
 #include "net/multiclientserver.h"
+#include "sessionbench/bareterminal.h"
 #include "sessionbench/feeder.h"
 #include "sessionbench/numberedstream.h"
 #include "session/serialportwidget.h"
@@ -53,6 +54,7 @@ struct Case {
     bool logging;
     double seconds;
     qint64 bytesPerStream = 0;   // sooner done once every stream sent this much
+    bool bare = false;           // bare terminals in the sessions' places
 };
 
 const Case cases[] = {
@@ -68,6 +70,14 @@ const Case cases[] = {
     {"tcp-100", "TCP server, 100 loopback clients flat out", Transport::TcpFlood, 1, 100, FlatOut, ASCII, false, 20},
     {"tcp-churn", "TCP server, 1,000 clients standing, 100 connects/s, logging", Transport::TcpChurn, 1, 1000, 100,
      ASCII, true, 60},
+    {"floor-text", "a bare terminal in the place of \"text\"'s session", Transport::Serial, 1, 0, Baud115200, ASCII,
+     false, 20, 0, true},
+    {"floor-hex", "a bare terminal in the place of \"hex\"'s session", Transport::Serial, 1, 0, Baud115200, HEX, false,
+     20, 0, true},
+    {"floor-idle-16", "bare terminals in the places of \"idle-16\"'s sessions", Transport::Serial, 16, 0, Idle, ASCII,
+     false, 20, 0, true},
+    {"floor-text-16", "bare terminals in the places of \"text-16\"'s sessions", Transport::Serial, 16, 0, Baud115200,
+     ASCII, false, 20, 0, true},
 };
 
 qint64 clockNs()
@@ -286,6 +296,8 @@ public:
         }
         window.resize(scenario.sessions > 1 ? QSize(1920, 1080) : QSize(1200, 800));
         window.show();
+        if (scenario.bare)
+            replaceViewsWithBareTerminals();
     }
 
     // Empty, or why the sessions could not start.
@@ -298,12 +310,17 @@ public:
                     return QStringLiteral("the TCP server session does not listen");
                 continue;
             }
-            pairs.push_back(std::make_unique<SocatPair>());
-            if (!pairs.back()->start())
+            if (!makePair())
                 return QStringLiteral("socat made no pty pair");
             session->start(pairs.back()->portA());
             if (!session->serialPort()->isOpen())
                 return QStringLiteral("the session did not open %1").arg(pairs.back()->portA());
+        }
+        for (BareTerminal *terminal : terminals) {
+            if (!makePair())
+                return QStringLiteral("socat made no pty pair");
+            if (!terminal->open(pairs.back()->portA()))
+                return QStringLiteral("the bare terminal did not open %1").arg(pairs.back()->portA());
         }
         return QString();
     }
@@ -327,6 +344,8 @@ public:
         qint64 total = 0;
         for (const SerialPortWidget *session : sessions)
             total += session->receivedBytes();
+        for (const BareTerminal *terminal : terminals)
+            total += terminal->receivedBytes();
         return total;
     }
 
@@ -360,6 +379,30 @@ public:
     }
 
 private:
+    bool makePair()
+    {
+        pairs.push_back(std::make_unique<SocatPair>());
+        return pairs.back()->start();
+    }
+
+    // Each session's receive view becomes a bare terminal of the same place,
+    // size and font; the sessions go, timers and all.
+    void replaceViewsWithBareTerminals()
+    {
+        QCoreApplication::sendPostedEvents();
+        for (SerialPortWidget *session : sessions) {
+            const QWidget *view = session->findChild<QWidget *>(QStringLiteral("receiveView"));
+            auto *terminal = new BareTerminal(scenario.format == HEX, &window);
+            terminal->setGeometry(QRect(view->mapTo(&window, QPoint()), view->size()));
+            terminal->setFont(view->font());
+            terminals.push_back(terminal);
+            delete session;
+        }
+        sessions.clear();
+        for (BareTerminal *terminal : terminals)
+            terminal->show();
+    }
+
     void configure(SerialPortWidget *session, const QString &logFile) const
     {
         PortSettings port = session->portSettings();
@@ -411,6 +454,7 @@ private:
     std::vector<std::unique_ptr<SocatPair>> pairs;   // outlive the sessions
     QWidget window;
     std::vector<SerialPortWidget *> sessions;
+    std::vector<BareTerminal *> terminals;
 };
 
 // Runs a feeder through. The case's window is from its first byte to its
@@ -513,7 +557,8 @@ Figures runCase(const Case &scenario, double scale)
         figures.drainSeconds = workspace.waitDrained(std::accumulate(sent.begin(), sent.end(), qint64(0)), figures.endNs);
         workspace.stop();
     }
-    figures.view = workspace.damage(sent, false);
+    if (!scenario.bare)
+        figures.view = workspace.damage(sent, false);
     if (scenario.logging)
         figures.log = workspace.damage(sent, true);
     if (scenario.transport == Transport::TcpChurn) {
@@ -540,16 +585,18 @@ QString tableLine(const QStringList &cells)
     return line.trimmed();
 }
 
-QString row(const QString &name, const Figures &f, bool logging)
+QString row(const Case &scenario, const Figures &f)
 {
+    const QString name = QString::fromLatin1(scenario.name);
     if (!f.problem.isEmpty())
         return tableLine({name, f.problem});
     auto number = [](double value, int decimals) { return QString::number(value, 'f', decimals); };
     return tableLine({name, number(f.mbPerSecond, 3), f.cpuPerMb < 0 ? QStringLiteral("-") : number(f.cpuPerMb, 2),
                       number(f.corePercent, 1), number(f.peakMiB, 0), number(f.p99Ms, 1), number(f.maxMs, 1),
                       number(f.ownP99Ms, 1), number(f.ownMaxMs, 1),
-                      f.drainSeconds < 0 ? QStringLiteral("never") : number(f.drainSeconds, 1), damageText(f.view),
-                      logging ? damageText(f.log) : QStringLiteral("-")});
+                      f.drainSeconds < 0 ? QStringLiteral("never") : number(f.drainSeconds, 1),
+                      scenario.bare ? QStringLiteral("-") : damageText(f.view),
+                      scenario.logging ? damageText(f.log) : QStringLiteral("-")});
 }
 
 QtMessageHandler usualMessageHandler = nullptr;
@@ -607,6 +654,10 @@ int main(int argc, char **argv)
            "  drain s   from the last byte sent until the sessions had shown every byte\n"
            "  view/log  bytes lost / bytes misplaced (out of order, repeated, foreign) in the views'\n"
            "            text (a tail of what was sent: the view keeps its display buffer) and in the logs\n"
+           "A floor case runs a bare terminal in each session's place: a port read at the read timer's\n"
+           "period, new rows scrolled in and drawn at the refresh period, no store, wrapping, stamps or\n"
+           "log; what the machine charges for the event loop, the ports and the pixels before any\n"
+           "session work.\n"
            "Processor time is the steady figure; wall-clock ones (MB/s, latency) move with the machine's other load.\n\n";
     out << tableLine({QStringLiteral("case"), QStringLiteral("MB/s"), QStringLiteral("CPU-s/MB"), QStringLiteral("core %"),
                       QStringLiteral("peak MiB"), QStringLiteral("p99 ms"), QStringLiteral("max ms"),
@@ -625,7 +676,7 @@ int main(int argc, char **argv)
             }))
             continue;
         const Figures figures = runCase(scenario, scale);
-        out << row(name, figures, scenario.logging) << '\n';
+        out << row(scenario, figures) << '\n';
         if (!figures.note.isEmpty())
             out << "    " << figures.note << '\n';
         out.flush();

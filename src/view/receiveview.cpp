@@ -115,18 +115,34 @@ void ReceiveView::flush(qint64 bufferLimit)
     if (finder->isVisible())
         updateFindCount();
     if (!isVisible()) {
-        following = toEnd;
-        placeStale = true;
+        placeLater(toEnd);
+        return;
+    }
+    if (finder->isVisible()) {
+        placeTop(toEnd);
+        viewport()->update();
+        return;
+    }
+    // Text that floods in is placed when its frame is drawn, not at every
+    // refresh: placing the end lays out a page of lines.
+    if (cut || floodFrame->isActive() || (toEnd && store.lastLine() - top.line > 2 * pageRows())) {
+        placeLater(toEnd);
+        repaintFlooded();
         return;
     }
     const Place before = top;
     placeTop(toEnd);
-    if (finder->isVisible())
-        viewport()->update();
-    else if (cut || floodFrame->isActive())
-        repaintFlooded();
-    else
-        repaintChanges(before, changedFrom);
+    repaintChanges(before, changedFrom);
+}
+
+// Until then, a shown view keeps the place it was drawn at, brought back
+// into the store if a cut took it away, for the mouse and keys to work on.
+void ReceiveView::placeLater(bool atEnd)
+{
+    following = atEnd;
+    placeStale = true;
+    if (isVisible())
+        top = rows().clamped(top);
 }
 
 // Text that moved by a page or more since the last refresh is drawn anew,

@@ -95,6 +95,7 @@ private:
     qint64 positionAt(const QPointF &point);
     int barMaximum(const Place &end) const;
     void placeTop(bool atEnd);
+    void placeLater(bool atEnd);
     void setTop(Place place);
     void syncScrollBar(const Place &end);
     void repaintChanges(const Place &before, qint64 changedFrom);

@@ -26,6 +26,43 @@ bool isWordCharacter(QChar c)
     return c.isLetterOrNumber() || c == QLatin1Char('_');
 }
 
+// Flooded views take turns: all of a workspace's views drawn anew in one
+// paint would hold the event loop for all of them at once.
+class FloodTurns
+{
+public:
+    // 0 if a frame may be drawn now (and it is counted), or else the
+    // milliseconds until the next turn.
+    int take()
+    {
+        if (!clock.isValid())
+            clock.start();
+        const qint64 now = clock.elapsed();
+        if (now / TurnMs != turn) {
+            turn = now / TurnMs;
+            taken = 0;
+        }
+        if (taken < FramesPerTurn) {
+            ++taken;
+            return 0;
+        }
+        return int(TurnMs - now % TurnMs);
+    }
+
+private:
+    static constexpr int TurnMs = 20;
+    static constexpr int FramesPerTurn = 4;
+    QElapsedTimer clock;
+    qint64 turn = -1;
+    int taken = 0;
+};
+
+FloodTurns &floodTurns()
+{
+    static FloodTurns turns;
+    return turns;
+}
+
 } // namespace
 
 ReceiveView::ReceiveView(QWidget *parent)
@@ -151,7 +188,9 @@ void ReceiveView::placeLater(bool atEnd)
 // nobody sees. The last state is always drawn.
 void ReceiveView::repaintFlooded()
 {
-    const qint64 wait = lastFloodFrame.isValid() ? FloodFrameMs - lastFloodFrame.elapsed() : 0;
+    qint64 wait = lastFloodFrame.isValid() ? FloodFrameMs - lastFloodFrame.elapsed() : 0;
+    if (wait <= 0)
+        wait = floodTurns().take();
     if (wait > 0) {
         if (!floodFrame->isActive())
             floodFrame->start(int(wait));

@@ -78,6 +78,8 @@ const Case cases[] = {
      false, 20, 0, true},
     {"floor-text-16", "bare terminals in the places of \"text-16\"'s sessions", Transport::Serial, 16, 0, Baud115200,
      ASCII, false, 20, 0, true},
+    {"floor-tcp-churn", "a bare TCP server in the place of \"tcp-churn\"'s session", Transport::TcpChurn, 1, 1000, 100,
+     ASCII, false, 60, 0, true},
 };
 
 qint64 clockNs()
@@ -296,8 +298,13 @@ public:
         }
         window.resize(scenario.sessions > 1 ? QSize(1920, 1080) : QSize(1200, 800));
         window.show();
-        if (scenario.bare)
+        if (scenario.bare && scenario.transport != Transport::Serial) {
+            delete sessions.front();
+            sessions.clear();
+            bareServer = std::make_unique<BareServer>();
+        } else if (scenario.bare) {
             replaceViewsWithBareTerminals();
+        }
     }
 
     // Empty, or why the sessions could not start.
@@ -316,6 +323,8 @@ public:
             if (!session->serialPort()->isOpen())
                 return QStringLiteral("the session did not open %1").arg(pairs.back()->portA());
         }
+        if (bareServer && !bareServer->isListening())
+            return QStringLiteral("the bare server does not listen");
         for (BareTerminal *terminal : terminals) {
             if (!makePair())
                 return QStringLiteral("socat made no pty pair");
@@ -337,7 +346,7 @@ public:
         return arguments;
     }
 
-    quint16 serverPort() const { return sessions.front()->server()->serverPort(); }
+    quint16 serverPort() const { return bareServer ? bareServer->port() : sessions.front()->server()->serverPort(); }
 
     qint64 received() const
     {
@@ -346,6 +355,8 @@ public:
             total += session->receivedBytes();
         for (const BareTerminal *terminal : terminals)
             total += terminal->receivedBytes();
+        if (bareServer)
+            total += bareServer->receivedBytes();
         return total;
     }
 
@@ -455,6 +466,7 @@ private:
     QWidget window;
     std::vector<SerialPortWidget *> sessions;
     std::vector<BareTerminal *> terminals;
+    std::unique_ptr<BareServer> bareServer;
 };
 
 // Runs a feeder through. The case's window is from its first byte to its
@@ -559,9 +571,9 @@ Figures runCase(const Case &scenario, double scale)
     }
     if (!scenario.bare)
         figures.view = workspace.damage(sent, false);
-    if (scenario.logging)
+    if (scenario.logging && !scenario.bare)
         figures.log = workspace.damage(sent, true);
-    if (scenario.transport == Transport::TcpChurn) {
+    if (scenario.transport == Transport::TcpChurn && scenario.logging) {
         const qint64 total = std::accumulate(sent.begin(), sent.end(), qint64(0));
         figures.note += QStringLiteral("; lines sent %1, logged %2")
                             .arg(total / NumberedStream::LineLength)

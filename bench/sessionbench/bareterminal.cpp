@@ -2,6 +2,7 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTcpSocket>
 
 #include "common/timerbeat.h"
 
@@ -99,4 +100,18 @@ void BareTerminal::paintEvent(QPaintEvent *event)
             painter.drawText(0, y + fontMetrics().ascent(), row);
         y += lineHeight;
     }
+}
+
+BareServer::BareServer()
+{
+    server.setListenBacklogSize(1024);
+    QObject::connect(&server, &QTcpServer::newConnection, &server, [this] {
+        while (QTcpSocket *socket = server.nextPendingConnection()) {
+            QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { received += socket->readAll().size(); });
+            QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        }
+    });
+    startOnBeat(&readTimer, 10);
+    startOnBeat(&refreshTimer, 20);
+    server.listen(QHostAddress::Any);
 }

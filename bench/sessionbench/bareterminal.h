@@ -3,6 +3,7 @@
 
 #include <QSerialPort>
 #include <QStringList>
+#include <QTcpServer>
 #include <QTimer>
 #include <QWidget>
 
@@ -37,6 +38,25 @@ private:
     QByteArray pending;
     qint64 received = 0;
     QStringList rows;    // the last rows, the bottom one still growing
+};
+
+// The same for a TCP server: it takes every client, reads what comes and
+// lets leavers go, with a session's read and refresh timers running beside
+// it doing nothing; what a crowd of sockets costs the event loop alone.
+class BareServer
+{
+public:
+    BareServer();
+
+    bool isListening() const { return server.isListening(); }
+    quint16 port() const { return server.serverPort(); }
+    qint64 receivedBytes() const { return received; }
+
+private:
+    QTcpServer server;
+    QTimer readTimer;
+    QTimer refreshTimer;
+    qint64 received = 0;
 };
 
 #endif

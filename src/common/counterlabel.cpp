@@ -24,13 +24,15 @@ void CounterLabel::changeEvent(QEvent *event)
         fit();
 }
 
-// Room for four more characters comes with each change of width, so a
-// count grows from 1,000 to 10,000,000 without one; the width shrinks only
-// when the text got much shorter, as when the count is cleared.
+// Room for seven more digits comes with each change of width, so a count
+// from 0 grows to 99,999,999 without one: a new width lays out the whole
+// workspace, which sixteen sessions counting up together would otherwise
+// do at once at every new digit. The width shrinks only when the text got
+// much shorter, as when the count is cleared.
 void CounterLabel::fit()
 {
     const QSize hint = sizeHint();
-    const int room = fontMetrics().horizontalAdvance(QStringLiteral("0,000"));
+    const int room = fontMetrics().horizontalAdvance(QStringLiteral("0,000,000"));
     const int shown = maximumWidth();
     const bool fits = hint.width() <= shown && hint.width() + 2 * room > shown;
     if (fits && maximumHeight() == hint.height())

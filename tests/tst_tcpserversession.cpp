@@ -87,6 +87,7 @@ void TestTcpServerSession::clientsAreListedAndAddressedInConnectOrder()
     auto third = connectClient();
     QVERIFY(third);
     QTRY_COMPARE(listedClients(), QStringList({keyOf(*second), keyOf(*third)}));
+    QTRY_VERIFY(clientList->updatesEnabled());   // the changes are drawn at the next refresh
 }
 
 // A second start listens on the port now in the panel.

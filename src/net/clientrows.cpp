@@ -15,6 +15,7 @@ ClientRows::ClientRows(QTreeWidget *list)
 
 void ClientRows::update(const QList<QTcpSocket *> &clients)
 {
+    bool changed = false;
     qsizetype next = 0;
     for (qsizetype row = 0; row < shown.size();) {
         if (next < clients.size() && clients.at(next) == shown.at(row)) {
@@ -23,11 +24,21 @@ void ClientRows::update(const QList<QTcpSocket *> &clients)
         } else {
             delete list->takeTopLevelItem(int(row));
             shown.removeAt(row);
+            changed = true;
         }
     }
     for (; next < clients.size(); ++next) {
         auto *item = new QTreeWidgetItem(list);
         item->setText(0, MultiClientServer::clientKey(clients.at(next)));
         shown.append(clients.at(next));
+        changed = true;
     }
+    if (changed)
+        list->setUpdatesEnabled(false);
+}
+
+void ClientRows::showChanges()
+{
+    if (!list->updatesEnabled())
+        list->setUpdatesEnabled(true);
 }

@@ -20,6 +20,9 @@ public:
     explicit ClientRows(QTreeWidget *list);
 
     void update(const QList<QTcpSocket *> &clients);
+    // Draws the rows that changed since the last call. Clients come and go
+    // many times between two refreshes; the list is drawn once for them.
+    void showChanges();
 
 private:
     QTreeWidget *list;

@@ -477,6 +477,7 @@ void SerialPortWidget::onRefreshDisplay()
     // Also with nothing queued: log text written since lets reading resume.
     regulateIntake();
     refreshConnectionDisplay();
+    clientRows->showChanges();
 }
 
 void SerialPortWidget::displayPortBuffer()

@@ -6,6 +6,8 @@ CounterLabel::CounterLabel(int widestWidth, QWidget *parent)
     : QLabel(parent)
     , widestWidth(widestWidth)
 {
+    // Opaque, a new count repaints the label alone, not the bar under it.
+    setAutoFillBackground(true);
     fit();
 }
 

@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-void startOnBeat(QTimer *timer, int interval)
+void startOnBeat(QTimer *timer, int interval, int phase)
 {
     static const QElapsedTimer epoch = [] {
         QElapsedTimer clock;
@@ -14,7 +14,7 @@ void startOnBeat(QTimer *timer, int interval)
         timer->start(interval);
         return;
     }
-    const int untilBeat = interval - int(epoch.elapsed() % interval);
+    const int untilBeat = interval - int(((epoch.elapsed() - phase) % interval + interval) % interval);
     timer->start(untilBeat);
     if (untilBeat != interval) {
         // Set again when the beat comes, the interval starts counting there.

@@ -7,6 +7,7 @@ class QTimer;
 // timer of every session then comes due at the same moment, and the event
 // loop wakes once for all of them instead of once for each. The first
 // timeout comes early, at the next beat; from there the interval holds.
-void startOnBeat(QTimer *timer, int interval);
+// A phase puts the timer that many milliseconds after the beat.
+void startOnBeat(QTimer *timer, int interval, int phase = 0);
 
 #endif

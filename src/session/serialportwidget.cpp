@@ -50,6 +50,15 @@ namespace {
 
 const QString networkEntry = QString::fromLatin1(networkPortEntry);
 
+// Sessions refresh on alternate halves of the refresh beat, so a
+// workspace's views are not all rendered and drawn in one go; while ports
+// are open, the read timers' beat wakes the event loop then anyway.
+int nextRefreshPhase()
+{
+    static int sessions = 0;
+    return sessions++ % 2 == 0 ? 0 : 10;
+}
+
 void selectData(QComboBox *box, const QVariant &data)
 {
     const int index = box->findData(data);
@@ -79,6 +88,7 @@ QTime currentTimeOfDay()
 SerialPortWidget::SerialPortWidget(QWidget *parent)
     : QWidget(parent)
     , ui(new Ui::SerialPortWidget)
+    , refreshPhase(nextRefreshPhase())
 {
     initTransports();
     baudRateValidator = new QIntValidator(0, 100000000, this);
@@ -157,7 +167,7 @@ void SerialPortWidget::initTimers()
     saveTimer = makeTimer(5000, &SerialPortWidget::onSaveData);
     refreshTimer = makeTimer(20, &SerialPortWidget::onRefreshDisplay);
     portScanTimer = makeTimer(1000, &SerialPortWidget::onRefreshAvalablePorts);
-    startOnBeat(refreshTimer, 20);
+    startOnBeat(refreshTimer, 20, refreshPhase);
     startOnBeat(portScanTimer, 1000);
 }
 
@@ -296,7 +306,7 @@ bool SerialPortWidget::start(const QString &portName)
     if (!portName.isEmpty())
         setPortName(portName);
     updateSettings();
-    startOnBeat(refreshTimer, 20);
+    startOnBeat(refreshTimer, 20, refreshPhase);
 
     if (m_runState == Paused && !pausedData.isEmpty()) {
         // Held bytes are delivered on every resume; the buffer is kept.
@@ -685,7 +695,7 @@ void SerialPortWidget::on_autoSendBox_clicked()
 {
     formatSetting.SendInterval = ui->sendIntervelSB->value();
     formatSetting.AutoSend = ui->autoSendBox->isChecked();
-    startOnBeat(refreshTimer, 20);
+    startOnBeat(refreshTimer, 20, refreshPhase);
     qCDebug(lcDefault) << "Change refresh timer to " << refreshTimer->interval();
     if (ui->autoSendBox->isChecked()) {
         sendTimer->setInterval(ui->sendIntervelSB->value());

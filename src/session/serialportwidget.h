@@ -229,6 +229,7 @@ private:
     QTimer *saveTimer = nullptr;
     QTimer *refreshTimer = nullptr;
     QTimer *portScanTimer = nullptr;
+    const int refreshPhase;   // ms after the refresh beat
 
     ReceiveQueue rxDataList;
     ChunkRenderer renderer;

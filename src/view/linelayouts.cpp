@@ -46,9 +46,13 @@ LineLayouts::~LineLayouts() = default;
 
 void LineLayouts::setGeometry(const QFont &newFont, qreal newWidth, const QPaintDevice *newDevice)
 {
-    if (newFont == font && newWidth == width && newDevice == device)
+    if (newFont == shownFont && newWidth == width && newDevice == device)
         return;
+    shownFont = newFont;
+    // Received text is shown character for character: no ligatures or
+    // kerning pairs, which also spares shaping Latin text at every layout.
     font = newFont;
+    font.setStyleStrategy(QFont::StyleStrategy(font.styleStrategy() | QFont::PreferNoShaping));
     width = newWidth;
     device = newDevice;
     invalidate();

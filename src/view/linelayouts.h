@@ -51,7 +51,8 @@ private:
 
     const LineStore &store;
     const Highlighter &highlighter;
-    QFont font;
+    QFont shownFont;   // the view's font, as given
+    QFont font;        // the same, as laid out
     QPalette palette;
     qreal width = 0;
     const QPaintDevice *device = nullptr;

@@ -90,6 +90,10 @@ void BareTerminal::refresh()
 void BareTerminal::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
+    // Unshaped, as the sessions' views draw received text.
+    QFont unshaped = font();
+    unshaped.setStyleStrategy(QFont::StyleStrategy(unshaped.styleStrategy() | QFont::PreferNoShaping));
+    painter.setFont(unshaped);
     painter.fillRect(event->rect(), palette().base());
     painter.setPen(palette().text().color());
     const int lineHeight = rowHeight();

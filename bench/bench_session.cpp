@@ -288,6 +288,10 @@ public:
     Workspace(const Case &scenario, const QString &logFolder)
         : scenario(scenario)
     {
+        if (scenario.bare && scenario.transport != Transport::Serial) {
+            bareServer = std::make_unique<BareServer>();
+            return;
+        }
         auto *grid = new QGridLayout(&window);
         const int columns = scenario.sessions > 1 ? 4 : 1;
         for (int i = 0; i < scenario.sessions; ++i) {
@@ -298,13 +302,8 @@ public:
         }
         window.resize(scenario.sessions > 1 ? QSize(1920, 1080) : QSize(1200, 800));
         window.show();
-        if (scenario.bare && scenario.transport != Transport::Serial) {
-            delete sessions.front();
-            sessions.clear();
-            bareServer = std::make_unique<BareServer>();
-        } else if (scenario.bare) {
+        if (scenario.bare)
             replaceViewsWithBareTerminals();
-        }
     }
 
     // Empty, or why the sessions could not start.
@@ -405,7 +404,10 @@ private:
             const QWidget *view = session->findChild<QWidget *>(QStringLiteral("receiveView"));
             auto *terminal = new BareTerminal(scenario.format == HEX, &window);
             terminal->setGeometry(QRect(view->mapTo(&window, QPoint()), view->size()));
-            terminal->setFont(view->font());
+            // Unshaped, as the views lay out received text.
+            QFont font = view->font();
+            font.setStyleStrategy(QFont::StyleStrategy(font.styleStrategy() | QFont::PreferNoShaping));
+            terminal->setFont(font);
             terminals.push_back(terminal);
             delete session;
         }
@@ -569,9 +571,8 @@ Figures runCase(const Case &scenario, double scale)
         figures.drainSeconds = workspace.waitDrained(std::accumulate(sent.begin(), sent.end(), qint64(0)), figures.endNs);
         workspace.stop();
     }
-    if (!scenario.bare)
-        figures.view = workspace.damage(sent, false);
-    if (scenario.logging && !scenario.bare)
+    figures.view = workspace.damage(sent, false);
+    if (scenario.logging)
         figures.log = workspace.damage(sent, true);
     if (scenario.transport == Transport::TcpChurn && scenario.logging) {
         const qint64 total = std::accumulate(sent.begin(), sent.end(), qint64(0));

@@ -12,7 +12,6 @@ BareTerminal::BareTerminal(bool hex, QWidget *parent)
     , rows(1)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setAutoFillBackground(false);
     connect(&port, &QSerialPort::readyRead, this, &BareTerminal::read);
     connect(&readTimer, &QTimer::timeout, this, &BareTerminal::read);
     connect(&refreshTimer, &QTimer::timeout, this, &BareTerminal::refresh);
@@ -90,18 +89,15 @@ void BareTerminal::refresh()
 void BareTerminal::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    // Unshaped, as the sessions' views draw received text.
-    QFont unshaped = font();
-    unshaped.setStyleStrategy(QFont::StyleStrategy(unshaped.styleStrategy() | QFont::PreferNoShaping));
-    painter.setFont(unshaped);
     painter.fillRect(event->rect(), palette().base());
     painter.setPen(palette().text().color());
     const int lineHeight = rowHeight();
+    const int ascent = fontMetrics().ascent();
     // The bottom row sits at the bottom edge, the others above it.
     int y = height() - int(rows.size()) * lineHeight;
     for (const QString &row : std::as_const(rows)) {
         if (y + lineHeight > event->rect().top() && y < event->rect().bottom() + 1)
-            painter.drawText(0, y + fontMetrics().ascent(), row);
+            painter.drawText(0, y + ascent, row);
         y += lineHeight;
     }
 }

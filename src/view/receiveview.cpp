@@ -161,7 +161,9 @@ void ReceiveView::flush(qint64 bufferLimit)
         return;
     }
     // Text that floods in is placed when its frame is drawn, not at every
-    // refresh: placing the end lays out a page of lines.
+    // refresh: placing the end lays out a page of lines. The end lies a page
+    // or more away once the last line is two pages below the top, which
+    // takes no layout to know.
     if (cut || floodFrame->isActive() || (toEnd && store.lastLine() - top.line > 2 * pageRows())) {
         placeLater(toEnd);
         repaintFlooded();
